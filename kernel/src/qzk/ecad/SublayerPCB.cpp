@@ -1,0 +1,5 @@
+#include "qzk/ecad/SublayerPCB.h"
+
+namespace qzk::ecad {
+SublayerPCB::~SublayerPCB() = default;
+}
