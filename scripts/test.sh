@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test; then installs the libraries into a scratch prefix and
+# builds a consumer project against them with find_package.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+bash "$root/scripts/deps.sh"
+build=${QZ_BUILD_DIR:-$root/build}
+cmake -S "$root" -B "$build" -DQZ_BUILD_TESTS=ON -DQZ_BUILD_BENCH=ON >/dev/null
+cmake --build "$build" -j "$(nproc)"
+ctest --test-dir "$build" --output-on-failure -j "$(nproc)"
+
+prefix=$(mktemp -d)
+trap 'rm -rf "$prefix"' EXIT
+cmake --install "$build" --prefix "$prefix/usr" >/dev/null
+cmake -S "$root/tests/consumer" -B "$prefix/consumer" -DCMAKE_PREFIX_PATH="$prefix/usr" >/dev/null
+cmake --build "$prefix/consumer" -j "$(nproc)" >/dev/null
+LD_LIBRARY_PATH="$prefix/usr/lib:$prefix/usr/lib/$(gcc -print-multiarch 2>/dev/null || true)" \
+    "$prefix/consumer/qzconsumer"
