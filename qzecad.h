@@ -2,3 +2,12 @@
 #pragma once
 
 #include "component/ComponentExport.h"
+#include "component/EntryPoints.h"
+#include "component/SceneApiFactory.h"
+#include "compare/CompareSceneObserver.h"
+#include "design/SceneObserver.h"
+#include "scene/BaseScene.h"
+#include "scene/BaseSceneObserver.h"
+#include "scene/ChangeSource.h"
+#include "scene/GroupInfo.h"
+#include "scene/SearchQueryInfo.h"

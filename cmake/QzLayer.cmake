@@ -1,5 +1,7 @@
-# The scene layer: one shared library whose only visible symbols are the three entry points
-# and the exported classes (marked QZECAD_EXPORT).
+# The scene layer. Its sources compile once into an object library: the shared library, whose
+# only visible symbols are the three entry points and the exported classes (QZECAD_EXPORT), is
+# made from it, and the unit tests link the same objects directly so that they can reach the
+# layer's internal classes.
 file(GLOB_RECURSE QZECAD_SOURCES CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/component/*.cpp
     ${PROJECT_SOURCE_DIR}/scene/*.cpp
@@ -7,14 +9,19 @@ file(GLOB_RECURSE QZECAD_SOURCES CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/board/*.cpp
     ${PROJECT_SOURCE_DIR}/schematic/*.cpp
     ${PROJECT_SOURCE_DIR}/compare/*.cpp)
-add_library(qzecad SHARED ${QZECAD_SOURCES})
-add_library(Qz::ecad ALIAS qzecad)
-qz_warnings(qzecad)
-set_target_properties(qzecad PROPERTIES
+add_library(qzecad_objects OBJECT ${QZECAD_SOURCES})
+qz_warnings(qzecad_objects)
+set_target_properties(qzecad_objects PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON
-    VERSION ${PROJECT_VERSION} SOVERSION 0)
-target_compile_definitions(qzecad PRIVATE QZECAD_BUILDING)
+    VISIBILITY_INLINES_HIDDEN ON)
+target_compile_definitions(qzecad_objects PRIVATE QZECAD_BUILDING)
+target_include_directories(qzecad_objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+target_link_libraries(qzecad_objects PUBLIC qzkernel)
+
+add_library(qzecad SHARED $<TARGET_OBJECTS:qzecad_objects>)
+add_library(Qz::ecad ALIAS qzecad)
+set_target_properties(qzecad PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
 target_include_directories(qzecad PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/qzecad>)

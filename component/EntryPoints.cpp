@@ -1,10 +1,32 @@
-// The C entry points a host finds with dlsym.
-#include "component/ComponentExport.h"
+#include "component/EntryPoints.h"
+
+#include "component/SceneApiFactory.h"
+
+#include <cstring>
+
+namespace {
+
+// Length first, then the bytes: case and trailing blanks count.
+bool Equals(std::string const& given, char const* expected) {
+    std::size_t const length = std::strlen(expected);
+    return given.size() == length && std::memcmp(given.data(), expected, length) == 0;
+}
+
+} // namespace
 
 extern "C" {
 
-// There is no global start or stop: every scene sets itself up in its own Init.
-QZECAD_EXPORT void QZDllInit() {}
-QZECAD_EXPORT void QZDllTerminate() {}
+bool QZDllCreateComponent(std::string const& family, void const* /*unused*/,
+                          std::string const& name, du::SmartPtr<du::RefCounted>* out) {
+    if (!Equals(family, "qzapi") || !Equals(name, "sceneapifactory")) {
+        return false;
+    }
+    // The ordinary heap, not the kernel's pool: the factory is no kernel object.
+    *out = new qzkapp::ecad::SceneApiFactory();
+    return true;
+}
+
+void QZDllInit() {}
+void QZDllTerminate() {}
 
 }

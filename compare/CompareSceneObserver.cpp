@@ -1,0 +1,37 @@
+#include "compare/CompareSceneObserver.h"
+
+#include "scene/BaseScene.h"
+#include "scene/EventDecoding.h"
+
+namespace qzkapp::ecad {
+
+CompareSceneObserver::CompareSceneObserver() = default;
+CompareSceneObserver::~CompareSceneObserver() = default;
+
+void CompareSceneObserver::HandleEvent(unsigned char tag, dom::MessageReader& reader) {
+    unsigned char const first = BaseScene::GetNextEventId();
+    if (tag < first) {
+        BaseSceneObserver::HandleEvent(tag, reader);
+        return;
+    }
+    switch (tag - first) {
+    case 0: {
+        bool const second = ReadBool(reader, "Failed to retrieve the second flag");
+        unsigned short const error = ReadUShort(reader, "Failed to retrieve the error number");
+        du::Symbol const text = ReadSymbol(reader, "Failed to retrieve the error string");
+        OnDesignLoaded(second, error, text);
+        return;
+    }
+    case 1:
+        OnSublayerColorVisChanged(ReadInt(reader, "Failed to retrieve the change source"));
+        return;
+    default:
+        ThrowUnrecognised("qzkapp::ecad::CompareSceneObserver", tag);
+    }
+}
+
+void CompareSceneObserver::OnDesignLoaded(bool /*second*/, unsigned short /*error*/,
+                                          du::Symbol const& /*text*/) {}
+void CompareSceneObserver::OnSublayerColorVisChanged(unsigned int /*source*/) {}
+
+} // namespace qzkapp::ecad

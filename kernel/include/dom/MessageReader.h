@@ -1,0 +1,51 @@
+// Reads the values of one message in the order they were pushed.
+//
+// Every value in a message carries its kind and width. A read takes the next value only when it
+// is of the kind asked for; otherwise it returns false and consumes nothing, so a handler can
+// tell a malformed message from a short one. The rule for widths: a 32-bit read (signed or not)
+// takes a 32-bit value of either signedness, reinterpreting the bits; 16- and 8-bit reads take
+// only values pushed with that width; no read widens or narrows.
+#pragma once
+
+#include "du/RefCounted.h"
+#include "du/SmartPtr.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace dom {
+
+// The wire form of a message: tagged values, plus the counted objects some kernel notifications
+// carry (selection items, scenes) that cannot travel as bytes.
+struct MessageData {
+    std::string bytes;
+    std::vector<du::SmartPtr<du::RefCounted>> objects;
+};
+
+class MessageReader {
+public:
+    // The reader refers to message; message must outlive it.
+    explicit MessageReader(MessageData const& message) noexcept : message_(&message) {}
+
+    bool GetInt32Value(int& value);
+    bool GetUInt32Value(unsigned int& value);
+    bool GetUInt16Value(unsigned short& value);
+    bool GetUInt8Value(unsigned char& value);
+    bool GetBooleanValue(bool& value);
+    bool GetStringValue(std::string& value);
+    // Kernel notifications only: the next counted object.
+    bool GetObjectValue(du::SmartPtr<du::RefCounted>& value);
+
+    // True when every value has been read.
+    bool AtEnd() const noexcept { return offset_ >= message_->bytes.size(); }
+
+private:
+    bool ReadFixed(char tag, void* out, std::size_t size);
+
+    MessageData const* message_;
+    std::size_t offset_ = 0;
+    std::size_t objectIndex_ = 0;
+};
+
+} // namespace dom

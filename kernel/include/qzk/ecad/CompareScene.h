@@ -1,0 +1,58 @@
+// An ECAD kernel scene over two designs. Made from two sources, it knows both designs at once;
+// made from an annotation set table entry, it knows them once the entry is complete (then from
+// the entry's two sources). Adds the three item colours (what only the first design has, what
+// only the second has, what both have), the page list, and which designs the layer has taken
+// over.
+#pragma once
+
+#include "dg/Color.h"
+#include "qzk/ecad/BaseScene.h"
+
+namespace qzk::ecad {
+
+class PageList;
+
+class CompareScene : public BaseScene {
+public:
+    ~CompareScene() override;
+
+    ClassType const& GetClassType() const override;
+    du::Symbol GetDebugClassName() const override;
+
+    // Either may yield null.
+    void GetFirstDesign(du::SmartPtr<qzk::EcadDesign>& out);
+    void GetSecondDesign(du::SmartPtr<qzk::EcadDesign>& out);
+    void SetFirstItemColor(dg::Color const& color);
+    void SetSecondItemColor(dg::Color const& color);
+    void SetCommonItemColor(dg::Color const& color);
+    // As many pages as the design with more sheets has (1 for boards and absent designs).
+    virtual du::SmartPtr<PageList> GetPageList();
+    using BaseScene::FinishDesignLoad;
+    void FinishDesignLoad(bool second) override;
+
+    // State readers: the three colours as the kernel holds them; whether FinishDesignLoad was
+    // told of a design.
+    dg::Color GetFirstItemColor() const;
+    dg::Color GetSecondItemColor() const;
+    dg::Color GetCommonItemColor() const;
+    bool IsDesignFinished(bool second) const;
+
+    // Control: the user changed the compare colours; stored and told to the observers
+    // (OnCompareColorChanged).
+    void ChangeItemColors(dg::Color const& first, dg::Color const& second, dg::Color const& common);
+
+protected:
+    CompareScene(du::SmartPtr<qzk::World> const& world,
+                 du::SmartPtr<AnnoSetTableEntry> const& entry,
+                 std::vector<du::Symbol> const& paths);
+
+    unsigned int _CountPages() const;
+
+private:
+    dg::Color firstColor_;
+    dg::Color secondColor_;
+    dg::Color commonColor_;
+    bool finished_[2] = {false, false};
+};
+
+} // namespace qzk::ecad

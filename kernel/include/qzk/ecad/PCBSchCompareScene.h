@@ -1,0 +1,107 @@
+// The ECAD kernel scene that compares a board with a schematic: the board's colours, draw order
+// and isolation, the schematic's colours and draw order, each side's views.
+//
+// Every operation the layer calls is journalled; the state readers give back what the scene was
+// told last.
+#pragma once
+
+#include "qzk/EcadSource.h"
+#include "qzk/ecad/AppearanceItem.h"
+#include "qzk/ecad/ColorVisInfo.h"
+#include "qzk/ecad/CompareScene.h"
+#include "qzk/ecad/SublayerPCB_CVSet.h"
+
+#include <map>
+#include <vector>
+
+namespace qzkapp::ecad {
+class PCBSchCompareScene;
+}
+
+namespace qzk::ecad {
+
+class PCBSchCompareSceneObserver;
+
+class PCBSchCompareScene : public CompareScene {
+public:
+    // Journalled as "qzk::ecad::PCBSchCompareScene.Create(<first path>, <second path>, <scene
+    // name>)".
+    static void Create(du::SmartPtr<qzk::World> const& world,
+                       du::SmartPtr<qzk::Instance> const& firstInstance,
+                       du::SmartPtr<qzk::ViewableSource> const& firstSource,
+                       du::SmartPtr<qzk::Instance> const& secondInstance,
+                       du::SmartPtr<qzk::ViewableSource> const& secondSource,
+                       du::SmartPtr<PCBSchCompareScene>& out);
+    // The designs are known once the entry is complete.
+    static void Create(du::SmartPtr<qzk::World> const& world,
+                       du::SmartPtr<AnnoSetTableEntry> const& entry,
+                       du::SmartPtr<PCBSchCompareScene>& out);
+    ~PCBSchCompareScene() override;
+
+    ClassType const& GetClassType() const override;
+    du::Symbol GetDebugClassName() const override;
+
+    // The observer gets the scene's notices as messages; false if it is registered anywhere
+    // already.
+    bool RegisterObserver(PCBSchCompareSceneObserver& observer);
+    bool UnregisterObserver(PCBSchCompareSceneObserver& observer);
+
+    // Board colours; told as OnPcbSublayerColorVisChanged.
+    void SetColorVisInfo(SublayerPCB_CVSet const& set);
+    // The board's order; also sets invertLayers, as SetDrawOrder does. Told as
+    // OnPcbDrawOrderChanged.
+    void SetPCBDrawOrder(std::vector<short> const& order, bool flag, bool invert);
+    // Told as OnSchDrawOrderChanged.
+    void SetSchDrawOrder(std::vector<short> const& order);
+    // Schematic colours; told as OnSchSublayerColorVisChanged.
+    void SetSublayerColorVisInfo(std::map<short, ColorVisInfo> const& map);
+    // Count a redraw request of the first or second design's views.
+    void SetFirstViewDirty();
+    void SetSecondViewDirty();
+    void SetIsolated(std::vector<AppearanceItem> const& items);
+    void ClearIsolated();
+    void SetIsolateOnlyVisible(bool onlyVisible);
+    void SetShowLogicalConnection(bool show);
+
+    // State readers.
+    SublayerPCB_CVSet GetColorVisInfo() const;
+    std::map<short, ColorVisInfo> GetSublayerColorVisInfo() const;
+    std::vector<short> GetPCBDrawOrder() const;
+    bool GetPCBDrawOrderFlag() const;
+    std::vector<short> GetSchDrawOrder() const;
+    unsigned int GetFirstViewDirtyCount() const;
+    unsigned int GetSecondViewDirtyCount() const;
+    // _GetFirstType, for tests.
+    qzk::EcadSource::EcadType GetFirstType() const { return _GetFirstType(); }
+    // The isolated items as last set; empty and IsIsolating false after ClearIsolated.
+    std::vector<AppearanceItem> GetIsolated() const;
+    bool IsIsolating() const;
+    bool GetIsolateOnlyVisible() const;
+    bool GetShowLogicalConnection() const;
+
+protected:
+    PCBSchCompareScene(du::SmartPtr<qzk::World> const& world,
+                       du::SmartPtr<AnnoSetTableEntry> const& entry,
+                       std::vector<du::Symbol> const& paths);
+
+    int _AppearanceAspect(Switch which, bool& schematic) const override;
+
+private:
+    friend class qzkapp::ecad::PCBSchCompareScene;
+    // Whether the first design is the board (eBoard) or the schematic (eSchematic), from its data
+    // once loaded, and before that from reading its file; eUnknown without a first design.
+    qzk::EcadSource::EcadType _GetFirstType() const;
+    SublayerPCB_CVSet colorVis_;
+    std::map<short, ColorVisInfo> schColorVis_;
+    std::vector<short> pcbDrawOrder_;
+    bool pcbDrawOrderFlag_ = false;
+    std::vector<short> schDrawOrder_;
+    unsigned int firstViewDirty_ = 0;
+    unsigned int secondViewDirty_ = 0;
+    std::vector<AppearanceItem> isolated_;
+    bool isolating_ = false;
+    bool isolateOnlyVisible_ = false;
+    bool showLogicalConnection_ = false;
+};
+
+} // namespace qzk::ecad

@@ -1,0 +1,36 @@
+// An ECAD kernel scene of one design (a board or a schematic). Adds the design-loaded flag that
+// the layer clears before it loads and the kernel sets when the layer has taken the design over;
+// FinishDesignLoad also gives the scene and its views the design's number of pages (a
+// schematic's sheets, one for a board).
+#pragma once
+
+#include "qzk/Instance.h"
+#include "qzk/ecad/BaseScene.h"
+
+namespace qzk::ecad {
+
+class Scene : public BaseScene {
+public:
+    ~Scene() override;
+
+    ClassType const& GetClassType() const override;
+    du::Symbol GetDebugClassName() const override;
+
+    void ClearDesignLoadedFlag();
+    using BaseScene::FinishDesignLoad;
+    void FinishDesignLoad() override;
+
+    // State reader.
+    bool IsDesignLoadedFlag() const;
+    du::SmartPtr<qzk::Instance> GetInstance() const { return instance_; }
+
+protected:
+    Scene(du::SmartPtr<qzk::World> const& world, du::SmartPtr<qzk::Instance> const& instance,
+          du::SmartPtr<qzk::ViewableSource> const& source);
+
+private:
+    du::SmartPtr<qzk::Instance> const instance_;
+    bool designLoaded_ = false;
+};
+
+} // namespace qzk::ecad

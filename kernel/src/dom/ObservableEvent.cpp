@@ -1,0 +1,7 @@
+#include "dom/ObservableEvent.h"
+
+namespace dom {
+
+ObservableEvent::~ObservableEvent() = default;
+
+} // namespace dom

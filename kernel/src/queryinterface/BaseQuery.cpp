@@ -1,0 +1,5 @@
+#include "queryinterface/BaseQuery.h"
+
+namespace queryinterface {
+BaseQuery::~BaseQuery() = default;
+}

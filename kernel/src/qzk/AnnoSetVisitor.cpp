@@ -1,0 +1,7 @@
+#include "qzk/AnnoSetVisitor.h"
+
+namespace qzk {
+
+AnnoSetVisitor::~AnnoSetVisitor() = default;
+
+} // namespace qzk

@@ -1,0 +1,5 @@
+#include "qzk/ecad/AppearanceItemWithName.h"
+
+namespace qzk::ecad {
+AppearanceItemWithName::~AppearanceItemWithName() = default;
+}

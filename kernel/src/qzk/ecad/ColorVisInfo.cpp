@@ -1,0 +1,5 @@
+#include "qzk/ecad/ColorVisInfo.h"
+
+namespace qzk::ecad {
+ColorVisInfo::~ColorVisInfo() = default;
+}

@@ -1,0 +1,61 @@
+#include "qzk/ecad/EcadDesignData.h"
+
+namespace qzk::ecad {
+
+du::SmartPtr<EcadDesignData> EcadDesignData::Create(du::Symbol name) {
+    return du::SmartPtr<EcadDesignData>(new EcadDesignData(std::move(name)));
+}
+
+EcadDesignData::EcadDesignData(du::Symbol name)
+    : qzk::EcadDesignData(std::move(name)), session_(std::make_unique<IcmApiEcad>(*this)) {}
+
+// The session goes first: it refers to this data, never the other way round.
+EcadDesignData::~EcadDesignData() {
+    session_.reset();
+}
+
+du::Symbol EcadDesignData::GetSublayerLabel(short, short) const {
+    return du::Symbol::EMPTY;
+}
+
+du::Symbol EcadDesignData::GetLayerName(short) const {
+    return du::Symbol::EMPTY;
+}
+
+bool EcadDesignData::IsOverlayData() const {
+    return false;
+}
+
+short EcadDesignData::FindSublayerHandle(std::string const&, std::string const&) const {
+    return -1;
+}
+
+qzref::DesignObject* EcadDesignData::FindObject(std::string const& name, int type) const {
+    for (auto const& object : objects_) {
+        if (object->name == name && (type == IcmApiEcad::ANY || object->type == type)) {
+            return object.get();
+        }
+    }
+    return nullptr;
+}
+
+qzref::DesignObject* EcadDesignData::Find(void const* object) const {
+    auto found = byAddress_.find(object);
+    return found == byAddress_.end() ? nullptr : found->second;
+}
+
+qzref::DesignObject* EcadDesignData::Add(std::unique_ptr<qzref::DesignObject> object) {
+    qzref::DesignObject* raw = object.get();
+    byAddress_.emplace(raw, raw);
+    objects_.push_back(std::move(object));
+    return raw;
+}
+
+qzref::DesignImage* EcadDesignData::AddImage(std::unique_ptr<qzref::DesignImage> image) {
+    qzref::DesignImage* raw = image.get();
+    Add(std::move(image));
+    images_.push_back(raw);
+    return raw;
+}
+
+} // namespace qzk::ecad

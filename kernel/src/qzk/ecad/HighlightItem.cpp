@@ -1,0 +1,5 @@
+#include "qzk/ecad/HighlightItem.h"
+
+namespace qzk::ecad {
+HighlightItem::~HighlightItem() = default;
+}

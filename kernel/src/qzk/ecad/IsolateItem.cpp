@@ -1,0 +1,5 @@
+#include "qzk/ecad/IsolateItem.h"
+
+namespace qzk::ecad {
+IsolateItem::~IsolateItem() = default;
+}

@@ -1,0 +1,279 @@
+#include "qzk/ecad/PCBSchCompareScene.h"
+
+#include "SceneMessages.h"
+#include "qzk/AnnoSetTableEntry.h"
+#include "qzk/ClassType.h"
+#include "qzk/EcadDesign.h"
+#include "qzk/ViewableSource.h"
+#include "qzk/ecad/BaseSceneObserver.h"
+#include "qzk/ecad/EcadPCBData.h"
+#include "qzk/ecad/EcadSchematicData.h"
+#include "qzk/ecad/PCBAppearance.h"
+#include "qzk/ecad/PCBSchCompareSceneObserver.h"
+#include "qzref/DesignFile.h"
+#include "qzref/RecordFmt.h"
+
+namespace qzk::ecad {
+
+namespace {
+
+bool const registered =
+    ClassType::RegisterClass(classid::EcadPCBSchCompareScene, {classid::EcadCompareScene});
+
+std::string FmtMap(std::map<short, ColorVisInfo> const& map) {
+    std::string out = "[";
+    for (auto const& [handle, info] : map) {
+        out += (out.size() > 1 ? " " : "") + qzref::Fmt(handle) + ":" + qzref::Fmt(info);
+    }
+    return out + "]";
+}
+} // namespace
+
+void PCBSchCompareScene::Create(du::SmartPtr<qzk::World> const& world,
+                                du::SmartPtr<qzk::Instance> const&,
+                                du::SmartPtr<qzk::ViewableSource> const& firstSource,
+                                du::SmartPtr<qzk::Instance> const&,
+                                du::SmartPtr<qzk::ViewableSource> const& secondSource,
+                                du::SmartPtr<PCBSchCompareScene>& out) {
+    du::Symbol first = firstSource ? firstSource->GetFileSource() : du::Symbol();
+    du::Symbol second = secondSource ? secondSource->GetFileSource() : du::Symbol();
+    du::SmartPtr<PCBSchCompareScene> scene(new PCBSchCompareScene(world, nullptr, {first, second}));
+    qzref::Journal::Record(
+        "qzk::ecad::PCBSchCompareScene", "Create",
+        {qzref::Fmt(first.str()), qzref::Fmt(second.str()), scene->GetObjectName().str()});
+    out = scene;
+}
+
+void PCBSchCompareScene::Create(du::SmartPtr<qzk::World> const& world,
+                                du::SmartPtr<AnnoSetTableEntry> const& entry,
+                                du::SmartPtr<PCBSchCompareScene>& out) {
+    du::SmartPtr<PCBSchCompareScene> scene(new PCBSchCompareScene(world, entry, {}));
+    qzref::Journal::Record("qzk::ecad::PCBSchCompareScene", "Create",
+                           {entry ? qzref::Fmt(entry->GetName().str()) : std::string("null"),
+                            scene->GetObjectName().str()});
+    out = scene;
+}
+
+PCBSchCompareScene::PCBSchCompareScene(du::SmartPtr<qzk::World> const& world,
+                                       du::SmartPtr<AnnoSetTableEntry> const& entry,
+                                       std::vector<du::Symbol> const& paths)
+    : CompareScene(world, entry, paths) {
+    (void)registered;
+}
+
+PCBSchCompareScene::~PCBSchCompareScene() = default;
+
+ClassType const& PCBSchCompareScene::GetClassType() const {
+    static ClassType const type(classid::EcadPCBSchCompareScene);
+    return type;
+}
+
+du::Symbol PCBSchCompareScene::GetDebugClassName() const {
+    return "qzk::ecad::PCBSchCompareScene";
+}
+
+bool PCBSchCompareScene::RegisterObserver(PCBSchCompareSceneObserver& observer) {
+    return _RegisterSceneObserver(observer);
+}
+
+bool PCBSchCompareScene::UnregisterObserver(PCBSchCompareSceneObserver& observer) {
+    return _UnregisterSceneObserver(observer);
+}
+
+void PCBSchCompareScene::SetColorVisInfo(SublayerPCB_CVSet const& set) {
+    qzref::Journal::Record(GetObjectName().str(), "SetColorVisInfo", {qzref::Fmt(set)});
+    {
+        std::lock_guard lock(stateMutex_);
+        colorVis_ = set;
+    }
+    _PostNotice(BaseSceneObserver::PcbSublayerColorVisChangedEventId);
+}
+
+SublayerPCB_CVSet PCBSchCompareScene::GetColorVisInfo() const {
+    std::lock_guard lock(stateMutex_);
+    return colorVis_;
+}
+
+void PCBSchCompareScene::SetSublayerColorVisInfo(std::map<short, ColorVisInfo> const& map) {
+    qzref::Journal::Record(GetObjectName().str(), "SetSublayerColorVisInfo", {FmtMap(map)});
+    {
+        std::lock_guard lock(stateMutex_);
+        schColorVis_ = map;
+    }
+    _PostNotice(BaseSceneObserver::SchSublayerColorVisChangedEventId);
+}
+
+std::map<short, ColorVisInfo> PCBSchCompareScene::GetSublayerColorVisInfo() const {
+    std::lock_guard lock(stateMutex_);
+    return schColorVis_;
+}
+
+void PCBSchCompareScene::SetPCBDrawOrder(std::vector<short> const& order, bool flag, bool invert) {
+    qzref::Journal::Record(GetObjectName().str(), "SetPCBDrawOrder",
+                           {qzref::Fmt(order), qzref::Fmt(flag), qzref::Fmt(invert)});
+    {
+        std::lock_guard lock(stateMutex_);
+        pcbDrawOrder_ = order;
+        pcbDrawOrderFlag_ = flag;
+        invertLayers = invert;
+    }
+    _PostNotice(BaseSceneObserver::PcbDrawOrderChangedEventId);
+}
+
+void PCBSchCompareScene::SetSchDrawOrder(std::vector<short> const& order) {
+    qzref::Journal::Record(GetObjectName().str(), "SetSchDrawOrder", {qzref::Fmt(order)});
+    {
+        std::lock_guard lock(stateMutex_);
+        schDrawOrder_ = order;
+    }
+    _PostNotice(BaseSceneObserver::SchDrawOrderChangedEventId);
+}
+
+void PCBSchCompareScene::SetFirstViewDirty() {
+    qzref::Journal::Record(GetObjectName().str(), "SetFirstViewDirty");
+    std::lock_guard lock(stateMutex_);
+    ++firstViewDirty_;
+}
+
+void PCBSchCompareScene::SetSecondViewDirty() {
+    qzref::Journal::Record(GetObjectName().str(), "SetSecondViewDirty");
+    std::lock_guard lock(stateMutex_);
+    ++secondViewDirty_;
+}
+
+std::vector<short> PCBSchCompareScene::GetPCBDrawOrder() const {
+    std::lock_guard lock(stateMutex_);
+    return pcbDrawOrder_;
+}
+
+bool PCBSchCompareScene::GetPCBDrawOrderFlag() const {
+    std::lock_guard lock(stateMutex_);
+    return pcbDrawOrderFlag_;
+}
+
+std::vector<short> PCBSchCompareScene::GetSchDrawOrder() const {
+    std::lock_guard lock(stateMutex_);
+    return schDrawOrder_;
+}
+
+unsigned int PCBSchCompareScene::GetFirstViewDirtyCount() const {
+    std::lock_guard lock(stateMutex_);
+    return firstViewDirty_;
+}
+
+unsigned int PCBSchCompareScene::GetSecondViewDirtyCount() const {
+    std::lock_guard lock(stateMutex_);
+    return secondViewDirty_;
+}
+
+qzk::EcadSource::EcadType PCBSchCompareScene::_GetFirstType() const {
+    qzref::Journal::Record(GetObjectName().str(), "_GetFirstType");
+    du::SmartPtr<qzk::EcadDesign> design = _GetDesign(0);
+    if (!design) {
+        return qzk::EcadSource::eUnknown;
+    }
+    du::SmartPtr<qzk::EcadDesignData> data = design->GetEcadDesignData();
+    if (!data) {
+        // Not loaded yet: the file says what it holds. Reading it here costs a read, once.
+        data = qzref::ReadDesignFile(design->GetURL().str()).data;
+    }
+    if (auto* board = dynamic_cast<EcadPCBData*>(data.Get())) {
+        return board->IsOverlayData() ? qzk::EcadSource::eGerber : qzk::EcadSource::eBoard;
+    }
+    if (dynamic_cast<EcadSchematicData*>(data.Get()) != nullptr) {
+        return qzk::EcadSource::eSchematic;
+    }
+    return qzk::EcadSource::eUnknown;
+}
+
+void PCBSchCompareScene::SetIsolated(std::vector<AppearanceItem> const& items) {
+    qzref::Journal::Record(GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
+    {
+        std::lock_guard lock(stateMutex_);
+        isolated_ = items;
+        isolating_ = true;
+    }
+    _PostNotice(BaseSceneObserver::IsolateEventId, [items](dom::ObserverProxy& p) {
+        detail::PushItems(p, items);
+        p.PushBooleanValue(true);
+    });
+}
+
+void PCBSchCompareScene::ClearIsolated() {
+    qzref::Journal::Record(GetObjectName().str(), "ClearIsolated");
+    {
+        std::lock_guard lock(stateMutex_);
+        isolated_.clear();
+        isolating_ = false;
+    }
+    _PostNotice(BaseSceneObserver::IsolateEventId, [](dom::ObserverProxy& p) {
+        detail::PushItems(p, {});
+        p.PushBooleanValue(false);
+    });
+}
+
+void PCBSchCompareScene::SetIsolateOnlyVisible(bool onlyVisible) {
+    qzref::Journal::Record(GetObjectName().str(), "SetIsolateOnlyVisible",
+                           {qzref::Fmt(onlyVisible)});
+    {
+        std::lock_guard lock(stateMutex_);
+        if (isolateOnlyVisible_ == onlyVisible) {
+            return;
+        }
+        isolateOnlyVisible_ = onlyVisible;
+    }
+    _PostNotice(BaseSceneObserver::IsolateOnlyVisibleChangedEventId,
+                [onlyVisible](dom::ObserverProxy& p) { p.PushBooleanValue(onlyVisible); });
+    _TellSwitch(Switch::IsolateOnlyVisible, onlyVisible);
+}
+
+void PCBSchCompareScene::SetShowLogicalConnection(bool show) {
+    qzref::Journal::Record(GetObjectName().str(), "SetShowLogicalConnection", {qzref::Fmt(show)});
+    {
+        std::lock_guard lock(stateMutex_);
+        if (showLogicalConnection_ == show) {
+            return;
+        }
+        showLogicalConnection_ = show;
+    }
+    _TellSwitch(Switch::ShowLogicalConnection, show);
+}
+
+std::vector<AppearanceItem> PCBSchCompareScene::GetIsolated() const {
+    std::lock_guard lock(stateMutex_);
+    return isolated_;
+}
+
+bool PCBSchCompareScene::IsIsolating() const {
+    std::lock_guard lock(stateMutex_);
+    return isolating_;
+}
+
+bool PCBSchCompareScene::GetIsolateOnlyVisible() const {
+    std::lock_guard lock(stateMutex_);
+    return isolateOnlyVisible_;
+}
+
+bool PCBSchCompareScene::GetShowLogicalConnection() const {
+    std::lock_guard lock(stateMutex_);
+    return showLogicalConnection_;
+}
+
+int PCBSchCompareScene::_AppearanceAspect(Switch which, bool& schematic) const {
+    schematic = false;
+    switch (which) {
+    case Switch::FillShapes:
+        return ePCBFillShapes;
+    case Switch::HighlightOnlyVisible:
+        return ePCBHighlightOnlyVisible;
+    case Switch::OverlapColor:
+        return ePCBOverlapColor;
+    case Switch::IsolateOnlyVisible:
+        return ePCBIsolateOnlyVisible;
+    case Switch::ShowLogicalConnection:
+        return ePCBShowLogicalConnection;
+    }
+    return -1;
+}
+
+} // namespace qzk::ecad

@@ -1,0 +1,108 @@
+#include "qzk/ecad/PCBSchCompareSceneObserver.h"
+
+#include "SceneMessages.h"
+#include "qzk/ecad/PCBView.h"
+#include "qzk/ecad/SchematicView.h"
+
+namespace qzk::ecad {
+
+namespace {
+
+template <class T> std::set<T> ToAppearances(std::vector<unsigned int> const& values) {
+    std::set<T> out;
+    for (unsigned int value : values) {
+        out.insert(static_cast<T>(value));
+    }
+    return out;
+}
+
+} // namespace
+
+PCBSchCompareSceneObserver::PCBSchCompareSceneObserver() = default;
+PCBSchCompareSceneObserver::~PCBSchCompareSceneObserver() = default;
+
+void PCBSchCompareSceneObserver::HandleEvent(unsigned char id, dom::MessageReader& reader) {
+    detail::Decoder in(reader, "qzk::ecad::PCBSchCompareSceneObserver", id);
+    switch (id) {
+    case ViewCreateEventId:
+    case ViewRemoveEventId: {
+        du::SmartPtr<du::RefCounted> view = in.Object();
+        bool create = id == ViewCreateEventId;
+        if (auto* board = dynamic_cast<PCBView*>(view.Get())) {
+            du::SmartPtr<PCBView> typed(board);
+            create ? OnViewCreate(typed) : OnViewRemove(typed);
+        } else if (auto* sheet = dynamic_cast<SchematicView*>(view.Get())) {
+            du::SmartPtr<SchematicView> typed(sheet);
+            create ? OnViewCreate(typed) : OnViewRemove(typed);
+        }
+        break;
+    }
+    case AppearanceChangedEventId: {
+        bool schematic = in.Bool();
+        std::vector<unsigned int> on = in.UInts();
+        std::vector<unsigned int> off = in.UInts();
+        if (schematic) {
+            OnAppearanceChanged(ToAppearances<SchematicAppearance>(on),
+                                ToAppearances<SchematicAppearance>(off));
+        } else {
+            OnAppearanceChanged(ToAppearances<PCBAppearance>(on),
+                                ToAppearances<PCBAppearance>(off));
+        }
+        break;
+    }
+    case FillShapesChangedEventId:
+        OnFillShapesChanged(in.Bool());
+        break;
+    case IsolateEventId: {
+        std::vector<AppearanceItem> items = in.Items();
+        OnIsolate(items, in.Bool());
+        break;
+    }
+    case IsolateLayersEventId: {
+        std::vector<short> layers = in.Shorts();
+        OnIsolateLayers(layers, in.Bool());
+        break;
+    }
+    case IsolateOnlyVisibleChangedEventId:
+        OnIsolateOnlyVisibleChanged(in.Bool());
+        break;
+    case PcbDrawOrderChangedEventId:
+        OnPcbDrawOrderChanged();
+        break;
+    case SchDrawOrderChangedEventId:
+        OnSchDrawOrderChanged();
+        break;
+    case PcbSublayerColorVisChangedEventId:
+        OnPcbSublayerColorVisChanged();
+        break;
+    case SchSublayerColorVisChangedEventId:
+        OnSchSublayerColorVisChanged();
+        break;
+    case SlExcludedObjTypesChangedEventId:
+        OnSlExcludedObjTypesChanged();
+        break;
+    default:
+        CompareSceneObserver::HandleEvent(id, reader);
+        break;
+    }
+}
+
+void PCBSchCompareSceneObserver::OnViewCreate(du::SmartPtr<PCBView> const&) {}
+void PCBSchCompareSceneObserver::OnViewCreate(du::SmartPtr<SchematicView> const&) {}
+void PCBSchCompareSceneObserver::OnViewRemove(du::SmartPtr<PCBView> const&) {}
+void PCBSchCompareSceneObserver::OnViewRemove(du::SmartPtr<SchematicView> const&) {}
+void PCBSchCompareSceneObserver::OnAppearanceChanged(std::set<PCBAppearance> const&,
+                                                     std::set<PCBAppearance> const&) {}
+void PCBSchCompareSceneObserver::OnAppearanceChanged(std::set<SchematicAppearance> const&,
+                                                     std::set<SchematicAppearance> const&) {}
+void PCBSchCompareSceneObserver::OnFillShapesChanged(bool) {}
+void PCBSchCompareSceneObserver::OnIsolate(std::vector<AppearanceItem> const&, bool) {}
+void PCBSchCompareSceneObserver::OnIsolateLayers(std::vector<short> const&, bool) {}
+void PCBSchCompareSceneObserver::OnIsolateOnlyVisibleChanged(bool) {}
+void PCBSchCompareSceneObserver::OnPcbDrawOrderChanged() {}
+void PCBSchCompareSceneObserver::OnSchDrawOrderChanged() {}
+void PCBSchCompareSceneObserver::OnPcbSublayerColorVisChanged() {}
+void PCBSchCompareSceneObserver::OnSchSublayerColorVisChanged() {}
+void PCBSchCompareSceneObserver::OnSlExcludedObjTypesChanged() {}
+
+} // namespace qzk::ecad

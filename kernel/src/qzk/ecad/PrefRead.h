@@ -1,0 +1,12 @@
+// Reads of the user's preferences for the colour records. Each read leaves the caller's value
+// alone and returns false when there is no world or the key is not stored.
+#pragma once
+
+#include "du/Symbol.h"
+
+namespace qzk::ecad::prefread {
+
+bool ColorWord(du::Symbol const& key, unsigned int& word);
+bool Flag(du::Symbol const& key, bool& value);
+
+} // namespace qzk::ecad::prefread

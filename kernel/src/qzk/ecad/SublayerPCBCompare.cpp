@@ -1,0 +1,5 @@
+#include "qzk/ecad/SublayerPCBCompare.h"
+
+namespace qzk::ecad {
+SublayerPCBCompare::~SublayerPCBCompare() = default;
+}

@@ -1,0 +1,5 @@
+#include "qzk/ecad/SublayerPCB_CVSet.h"
+
+namespace qzk::ecad {
+SublayerPCB_CVSet::~SublayerPCB_CVSet() = default;
+}

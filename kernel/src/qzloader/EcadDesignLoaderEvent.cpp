@@ -1,0 +1,9 @@
+#include "qzloader/EcadDesignLoaderEvent.h"
+
+namespace qzloader {
+
+EcadDesignLoaderEvent::EcadDesignLoaderEvent() : qzk::AsyncEvent(true) {}
+
+EcadDesignLoaderEvent::~EcadDesignLoaderEvent() = default;
+
+} // namespace qzloader

@@ -1,0 +1,12 @@
+#include "qzref/DesignImage.h"
+
+#include "IcmApiEcad.h"
+#include "qz2d/ecad/Design.h"
+
+namespace qzref {
+
+DesignImage::DesignImage(std::string name) : DesignObject(IcmApiEcad::IMAGE, std::move(name)) {}
+
+DesignImage::~DesignImage() = default;
+
+} // namespace qzref

@@ -1,0 +1,59 @@
+// Reading event payloads in the observers' HandleEvent: each read either yields its value or
+// raises std::runtime_error with the text the caller gives, before any handler is called.
+#pragma once
+
+#include "dom/MessageReader.h"
+#include "du/Symbol.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace qzkapp::ecad {
+
+// A 32-bit value written unsigned and read as int (counts and change sources).
+inline unsigned int ReadInt(dom::MessageReader& reader, char const* error) {
+    int value = 0;
+    if (!reader.GetInt32Value(value)) {
+        throw std::runtime_error(error);
+    }
+    return static_cast<unsigned int>(value);
+}
+
+inline unsigned int ReadUInt(dom::MessageReader& reader, char const* error) {
+    unsigned int value = 0;
+    if (!reader.GetUInt32Value(value)) {
+        throw std::runtime_error(error);
+    }
+    return value;
+}
+
+inline unsigned short ReadUShort(dom::MessageReader& reader, char const* error) {
+    unsigned short value = 0;
+    if (!reader.GetUInt16Value(value)) {
+        throw std::runtime_error(error);
+    }
+    return value;
+}
+
+inline bool ReadBool(dom::MessageReader& reader, char const* error) {
+    bool value = false;
+    if (!reader.GetBooleanValue(value)) {
+        throw std::runtime_error(error);
+    }
+    return value;
+}
+
+inline du::Symbol ReadSymbol(dom::MessageReader& reader, char const* error) {
+    std::string value;
+    if (!reader.GetStringValue(value)) {
+        throw std::runtime_error(error);
+    }
+    return du::Symbol(value);
+}
+
+[[noreturn]] inline void ThrowUnrecognised(char const* observerClass, unsigned char tag) {
+    throw std::runtime_error(std::string("Unrecognised ") + observerClass + " tag <" +
+                             std::to_string(tag) + ">.");
+}
+
+} // namespace qzkapp::ecad

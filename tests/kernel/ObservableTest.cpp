@@ -1,0 +1,228 @@
+// qzk::Observable and qzk::Observer: event ids, registration with an init helper, unregistration
+// and the end of an observable.
+#include "dom/MessageReader.h"
+#include "dom/ObserverProxy.h"
+#include "du/CommonAllocatorImpl.h"
+#include "qzk/Kernel.h"
+#include "qzk/Observable.h"
+#include "qzk/Observer.h"
+#include "qzref/Journal.h"
+#include "qzref/Messages.h"
+#include "qzref/Platform.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using qzref::Messages;
+
+class RecordingObserver;
+
+class TestObservable : public qzk::Observable {
+public:
+    TestObservable() : qzk::Observable(nullptr) {}
+    qzk::ClassType const& GetClassType() const override {
+        static qzk::ClassType const type(qzk::classid::Observable);
+        return type;
+    }
+    using qzk::Observable::_RegisterObserver;
+    using qzk::Observable::DoUnregisterObserver;
+    using qzk::Observable::GetNextEventId;
+    using qzk::Observable::PostObservableEvent;
+
+    bool Register(RecordingObserver& observer, bool withHelper);
+
+    std::function<void()> onDestroy;
+    int destroyCalls = 0;
+    int postDestroyCalls = 0;
+    std::vector<RecordingObserver*> initialised;
+
+protected:
+    void _OnDestroy() override {
+        ++destroyCalls;
+        if (onDestroy) {
+            onDestroy();
+        }
+    }
+    void _OnPostDestroy() override { ++postDestroyCalls; }
+
+private:
+    friend class qzk::Observable::DefaultRegisterInitHelper<TestObservable, RecordingObserver>;
+    void _InitObserver(RecordingObserver& observer) { initialised.push_back(&observer); }
+};
+
+class RecordingObserver : public qzk::Observer {
+public:
+    ~RecordingObserver() override {
+        DetachFromMessageLoop();
+        if (destroyed != nullptr) {
+            *destroyed = true;
+        }
+    }
+    void HandleEvent(unsigned char id, dom::MessageReader& reader) override {
+        if (id < Base()) {
+            qzk::Observer::HandleEvent(id, reader);
+            return;
+        }
+        unsigned int value = 0;
+        reader.GetUInt32Value(value);
+        events.emplace_back(id, value);
+    }
+    void DetachObserver() override { ++detached; }
+    void OnUnregister() override { ++unregistered; }
+
+    static unsigned char Base() { return TestObservable::GetNextEventId(); }
+
+    std::vector<std::pair<unsigned char, unsigned int>> events;
+    int detached = 0;
+    int unregistered = 0;
+    bool* destroyed = nullptr;
+};
+
+du::SmartPtr<dom::ObserverProxy> MakeProxy(dom::Observer const& observer) {
+    void* block = du::CommonAllocatorImpl::Allocate(sizeof(dom::ObserverProxy), nullptr);
+    return du::SmartPtr<dom::ObserverProxy>(new (block) dom::ObserverProxy(observer));
+}
+
+bool TestObservable::Register(RecordingObserver& observer, bool withHelper) {
+    DefaultRegisterInitHelper<TestObservable, RecordingObserver> helper(this, observer);
+    return _RegisterObserver(observer, MakeProxy(observer), withHelper ? &helper : nullptr);
+}
+
+class ObservableTest : public ::testing::Test {
+protected:
+    void SetUp() override { Messages::DiscardPending(); }
+    void TearDown() override { Messages::DiscardPending(); }
+    qzref::ScopedPlatform platform_;
+};
+
+TEST_F(ObservableTest, EventsAreNumberedFromANonZeroKernelIdAndReachHandleEventLater) {
+    unsigned char const base = TestObservable::GetNextEventId();
+    EXPECT_NE(base, 0);
+    TestObservable observable;
+    RecordingObserver observer;
+    ASSERT_TRUE(observable.Register(observer, false));
+    std::size_t const mark = qzref::Journal::Size();
+
+    observable.PostObservableEvent(qzk::Observable::UInt32Event(base + 1, 42), false);
+    observable.PostObservableEvent(qzk::Observable::SimpleEvent(base), false);
+    EXPECT_TRUE(observer.events.empty());
+    Messages::PumpUntilIdle();
+
+    using Event = std::pair<unsigned char, unsigned int>;
+    EXPECT_EQ(observer.events,
+              (std::vector<Event>{{static_cast<unsigned char>(base + 1), 42u}, {base, 0u}}));
+    std::string const name = observable.GetObjectName().str();
+    EXPECT_EQ(qzref::Journal::Since(mark),
+              (std::vector<std::string>{
+                  name + ".PostObservableEvent(" + std::to_string(base + 1) + ")",
+                  name + ".PostObservableEvent(" + std::to_string(base) + ")"}));
+}
+
+TEST_F(ObservableTest, RegisterInitHelperRunsOnceForTheNewObserverOnly) {
+    TestObservable observable;
+    RecordingObserver first;
+    RecordingObserver second;
+    RecordingObserver third;
+
+    EXPECT_TRUE(observable.Register(first, true));
+    EXPECT_EQ(observable.initialised, (std::vector<RecordingObserver*>{&first}));
+    EXPECT_TRUE(observable.Register(second, true));
+    EXPECT_EQ(observable.initialised, (std::vector<RecordingObserver*>{&first, &second}));
+    // A second registration is refused and brings no one up to date again.
+    EXPECT_FALSE(observable.Register(first, true));
+    EXPECT_TRUE(observable.Register(third, false));
+    EXPECT_EQ(observable.initialised.size(), 2u);
+    EXPECT_EQ(observable.GetObserverCount(), 3u);
+
+    // An observer belongs to one observable at a time.
+    TestObservable other;
+    EXPECT_FALSE(other.Register(first, true));
+    EXPECT_TRUE(other.initialised.empty());
+}
+
+TEST_F(ObservableTest, DestroyRunsOnceAndReturnsAtOnceWhenCalledFromOnDestroy) {
+    TestObservable observable;
+    RecordingObserver a;
+    RecordingObserver b;
+    observable.Register(a, false);
+    observable.Register(b, false);
+    // Like a scene whose _OnDestroy ends in OnDestroyQzkScene, which calls Destroy again.
+    observable.onDestroy = [&observable] { observable.Destroy(); };
+
+    observable.Destroy();
+    EXPECT_EQ(observable.destroyCalls, 1);
+    EXPECT_EQ(observable.postDestroyCalls, 1);
+    EXPECT_EQ(a.detached, 1);
+    EXPECT_EQ(b.detached, 1);
+    EXPECT_EQ(observable.GetObserverCount(), 0u);
+    EXPECT_EQ(a.GetObservable(), nullptr);
+
+    observable.Destroy();
+    EXPECT_EQ(observable.destroyCalls, 1);
+    EXPECT_EQ(a.detached, 1);
+    EXPECT_FALSE(observable.Register(a, true));
+    EXPECT_TRUE(observable.initialised.empty());
+}
+
+TEST_F(ObservableTest, UnregisterTellsTheObserverAndTheKernelLetsItGo) {
+    TestObservable observable;
+    bool destroyed = false;
+    du::SmartPtr<RecordingObserver> kept(new RecordingObserver());
+    du::SmartPtr<RecordingObserver> handedOver(new RecordingObserver());
+    handedOver->destroyed = &destroyed;
+    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
+    kernel->ManageObject(kept);
+    kernel->ManageObject(handedOver);
+    observable.Register(*kept, false);
+    observable.Register(*handedOver, false);
+    RecordingObserver* handedOverRaw = handedOver.Get();
+    handedOver = nullptr;
+    EXPECT_FALSE(destroyed);
+
+    EXPECT_TRUE(kept->Unregister());
+    EXPECT_FALSE(kept->Unregister());
+    EXPECT_FALSE(kernel->IsManaging(kept.Get()));
+    EXPECT_EQ(kept->unregistered, 0);
+    Messages::PumpUntilIdle();
+    EXPECT_EQ(kept->unregistered, 1);
+
+    // The kernel held the last reference: the observer ends with its unregistration, and the
+    // notice queued for it is dropped.
+    EXPECT_TRUE(observable.DoUnregisterObserver(*handedOverRaw));
+    EXPECT_TRUE(destroyed);
+    Messages::PumpUntilIdle();
+    EXPECT_EQ(observable.GetObserverCount(), 0u);
+}
+
+TEST_F(ObservableTest, ObserverThatEndsWhileRegisteredLeavesTheList) {
+    TestObservable observable;
+    {
+        RecordingObserver shortLived;
+        observable.Register(shortLived, false);
+        observable.PostObservableEvent(qzk::Observable::SimpleEvent(TestObservable::GetNextEventId()),
+                                       false);
+    }
+    EXPECT_EQ(observable.GetObserverCount(), 0u);
+    Messages::PumpUntilIdle();
+    RecordingObserver later;
+    EXPECT_TRUE(observable.Register(later, false));
+}
+
+TEST_F(ObservableTest, ObservableThatEndsFirstLeavesItsObserversUnregistered) {
+    RecordingObserver observer;
+    {
+        TestObservable observable;
+        observable.Register(observer, false);
+        EXPECT_EQ(observer.GetObservable(), &observable);
+    }
+    EXPECT_EQ(observer.GetObservable(), nullptr);
+    EXPECT_FALSE(observer.Unregister());
+}
+
+} // namespace
