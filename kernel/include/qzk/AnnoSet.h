@@ -16,10 +16,6 @@
 #include <string>
 #include <vector>
 
-// Signed positions of annotations in a set. Also wanted by the platform's interface; declared
-// here until du/Types.h has it (an alias may be declared again with the same type).
-using int64 = std::int64_t;
-
 namespace qzk {
 
 class Annotation;
