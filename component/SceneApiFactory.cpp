@@ -1,11 +1,38 @@
 #include "component/SceneApiFactory.h"
 
+#include "board/PCBScene.h"
+#include "qzk/ClassType.h"
 #include "qzk/Scene.h"
 #include "qzk/View.h"
 #include "qzk/ecad/BaseScene.h"
+#include "qzk/ecad/PCBScene.h"
 #include "scene/BaseScene.h"
 
 namespace qzkapp::ecad {
+namespace {
+
+// Wraps the API scene around a kernel scene that Create made, starts it, and hands back the
+// kernel scene. Bound is the kernel type the API scene's constructor takes. From here on only
+// the kernel scene's reference keeps the API scene alive; should the constructor or Init throw,
+// the local references go and the pool gets the memory back.
+template <class Api, class Bound, class Kernel>
+du::SmartPtr<qzk::Scene> Bind(du::SmartPtr<Kernel> const& kernelScene) {
+    du::SmartPtr<Api> apiScene(new Api(du::SmartPtr<Bound>(kernelScene)));
+    apiScene->Init();
+    return du::SmartPtr<qzk::Scene>(kernelScene);
+}
+
+// One design: Create(world, instance, source, out).
+template <class Kernel, class Api, class Bound = Kernel>
+du::SmartPtr<qzk::Scene> MakeSingle(du::SmartPtr<qzk::World> const& world,
+                                    du::SmartPtr<qzk::Instance> const& instance,
+                                    du::SmartPtr<qzk::ViewableSource> const& source) {
+    du::SmartPtr<Kernel> kernelScene;
+    Kernel::Create(world, instance, source, kernelScene);
+    return Bind<Api, Bound>(kernelScene);
+}
+
+} // namespace
 
 SceneApiFactory::SceneApiFactory() = default;
 SceneApiFactory::SceneApiFactory(SceneApiFactory const&) = default;
@@ -32,9 +59,14 @@ SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& /*world*/,
 }
 
 du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
-    du::SmartPtr<qzk::World> const& /*world*/, du::SmartPtr<qzk::Instance> const& /*instance*/,
-    du::SmartPtr<qzk::ViewableSource> const& /*source*/, unsigned int /*kind*/, bool& /*flag*/) {
-    return nullptr;
+    du::SmartPtr<qzk::World> const& world, du::SmartPtr<qzk::Instance> const& instance,
+    du::SmartPtr<qzk::ViewableSource> const& source, unsigned int kind, bool& /*flag*/) {
+    switch (kind) {
+    case qzk::classid::EcadPCBScene:
+        return MakeSingle<qzk::ecad::PCBScene, PCBScene, qzk::ecad::Scene>(world, instance, source);
+    default:
+        return nullptr;
+    }
 }
 
 void SceneApiFactory::ViewCreated(du::SmartPtr<qzk::Scene> const& scene,

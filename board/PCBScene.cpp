@@ -1,0 +1,359 @@
+#include "board/PCBScene.h"
+
+#include "board/ColorVisPCBOperationStep.h"
+#include "board/PCBSceneObserver.h"
+#include "dom/ObserverProxy.h"
+#include "dp/ReadWriteLock.h"
+#include "qzk/Kernel.h"
+#include "qzk/SelectionItem.h"
+#include "qzk/SelectionManager.h"
+#include "qzk/View.h"
+#include "qzk/ecad/DefaultColorVisibility.h"
+#include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/PCBSceneObserver.h"
+#include "qzk/ecad/PCBView.h"
+#include "qzk/ecad/PCBViewObserver.h"
+#include "qzk/ecad/SublayerEcad.h"
+#include "qzkapp/QzkApp.h"
+#include "qzkapp/SceneManager.h"
+#include "qzplugin/PluginHandlerIf.h"
+#include "scene/StepRecording.h"
+
+#include <atomic>
+
+namespace qzkapp::ecad {
+namespace {
+
+// Hears the kernel board scene. Only the group overlap colour concerns the API scene; the
+// kernel's other notices stay with the base class's handlers.
+class PCBSceneObserver : public qzk::ecad::PCBSceneObserver {
+public:
+    explicit PCBSceneObserver(PCBScene* scene) : scene_(scene) {}
+    ~PCBSceneObserver() override { DetachFromMessageLoop(); }
+
+    bool RequiresBeginEnd() const override { return false; }
+    void DetachObserver() override { scene_.store(nullptr); }
+    void OnGroupOverlapColorChanged() override {
+        if (PCBScene* scene = scene_.load()) {
+            scene->OnGroupOverlapColorChanged();
+        }
+    }
+    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
+
+private:
+    std::atomic<PCBScene*> scene_;
+};
+
+// The exported observer class of the same short name is hidden in this file by the private one.
+using KernelSceneObserver = PCBSceneObserver;
+
+// Hears one board view and tells the application's scene manager and plug-in interface of its
+// focus, activation and status text. It knows no scene, so nothing has to cut it loose.
+class PCBViewObserver : public qzk::ecad::PCBViewObserver {
+public:
+    PCBViewObserver(qzkapp::SceneManager* manager, du::SmartPtr<qzk::View> view)
+        : manager_(manager), view_(std::move(view)) {}
+    ~PCBViewObserver() override { DetachFromMessageLoop(); }
+
+    bool RequiresBeginEnd() const override { return false; }
+    void DetachObserver() override {
+        if (auto* view = dynamic_cast<qzk::ecad::PCBView*>(view_.Get())) {
+            view->UnregisterObserver(*this);
+        }
+    }
+    void OnViewFocus(bool focused) override {
+        if (focused) {
+            manager_->_SetFocus(view_);
+        } else {
+            manager_->_LostFocus(view_);
+        }
+    }
+    void OnViewActivate() override { manager_->SetActiveView(view_, false); }
+    void OnStatusMessage() override {
+        du::SmartPtr<qzplugin::PluginHandlerIf> pluginIf = qzkapp::QzkApp::Get()->GetPluginIf();
+        if (!pluginIf) {
+            return;
+        }
+        std::string text;
+        view_->GetStatusMessage(text);
+        pluginIf->SetStatusMessage(du::Symbol(text));
+    }
+    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
+
+private:
+    // The application's manager lives as long as the process.
+    qzkapp::SceneManager* manager_;
+    du::SmartPtr<qzk::View> view_;
+};
+
+// A switch of what only visible objects get: the cause, then the new value.
+class OnHighlightIsolateOnlyVisChangedEvent : public dom::ObservableEvent {
+public:
+    OnHighlightIsolateOnlyVisChangedEvent(unsigned char id, unsigned int source, bool flag)
+        : id_(id), source_(source), flag_(flag) {}
+
+    void Post(dom::ObserverProxy* proxy) const override {
+        proxy->PushUInt8Value(id_);
+        proxy->PushUInt32Value(source_);
+        proxy->PushBooleanValue(flag_);
+    }
+
+private:
+    unsigned char id_;
+    unsigned int source_;
+    bool flag_;
+};
+
+unsigned int const kBoardClassId = 162;
+unsigned int const kHighlightColor = 0x01FFFFFF;
+bool const registered = qzk::ClassType::RegisterClass(kBoardClassId, {qzk::classid::Observable});
+
+} // namespace
+
+qzk::ClassType const PCBScene::CLASS_TYPE(kBoardClassId);
+
+PCBScene::PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene)
+    : Scene(kernelScene, kHighlightColor), PCBSceneHelper(), highlightOnlyVisible(false),
+      isolateOnlyVisible(false) {
+    (void)registered;
+    if (!this->kernelScene) {
+        return;
+    }
+    this->kernelScene->SetHighlightOnlyVisible(highlightOnlyVisible);
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->SetIsolateOnlyVisible(isolateOnlyVisible);
+    }
+    this->kernelScene->SetFillShapes(fillShapes);
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->SetShowLogicalConnection(showLogicalConnections);
+    }
+    // The misc layer's node of the host's colour tree starts collapsed.
+    std::string node;
+    qzk::ecad::SublayerEcad::GetNodeName(node, qzk::ecad::DefaultColorVisibility::s_miscLayer, 0,
+                                         true);
+    AddCVExpandedState(node, false);
+}
+
+PCBScene::~PCBScene() {
+    // Should the scene go without _OnDestroy (a failed start), the kernel's observer must not
+    // reach back into it.
+    if (sceneObserver) {
+        sceneObserver->DetachObserver();
+    }
+}
+
+qzk::ClassType const& PCBScene::GetClassType() const {
+    return CLASS_TYPE;
+}
+
+qzk::ecad::PCBScene* PCBScene::_GetPCBKernelScene() const {
+    return dynamic_cast<qzk::ecad::PCBScene*>(kernelScene.Get());
+}
+
+unsigned char PCBScene::GetBaseEventId() {
+    return Scene::GetNextEventId();
+}
+unsigned char PCBScene::HIGHLIGHTONLYVISIBLE_CHANGED_EVENT() {
+    return GetBaseEventId();
+}
+unsigned char PCBScene::OVERLAY_CHANGED_EVENT() {
+    return GetBaseEventId() + 1;
+}
+unsigned char PCBScene::ORIENTATION_CHANGED_EVENT() {
+    return GetBaseEventId() + 2;
+}
+unsigned char PCBScene::ROTATION_CHANGED_EVENT() {
+    return GetBaseEventId() + 3;
+}
+unsigned char PCBScene::ISOLATEONLYVISIBLE_CHANGED_EVENT() {
+    return GetBaseEventId() + 4;
+}
+
+void PCBScene::_PostOnlyVisible(unsigned char id, ChangeSource source, bool value) {
+    PostObservableEvent(
+        OnHighlightIsolateOnlyVisChangedEvent(id, static_cast<unsigned int>(source), value), false);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Life
+
+void PCBScene::Init() {
+    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
+    dp::WriteLocker lock(GetRWLock());
+    sceneObserver = new KernelSceneObserver(this);
+    if (kernel) {
+        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
+    }
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->RegisterObserver(*sceneObserver);
+    }
+    Scene::Init();
+}
+
+void PCBScene::_OnDestroy() {
+    dp::WriteLocker lock(GetRWLock());
+    if (sceneObserver) {
+        if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+            board->UnregisterObserver(*sceneObserver);
+        }
+        // A notice queued before the unregistering must find no scene.
+        sceneObserver->DetachObserver();
+        sceneObserver = nullptr;
+    }
+    if (kernelScene) {
+        // The kernel scene holds a reference of its own while it ends us.
+        kernelScene->SetApiScene(nullptr);
+    }
+    Scene::OnDestroyQzkScene();
+    kernelScene = nullptr;
+}
+
+void PCBScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
+    du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
+    du::SmartPtr<PCBViewObserver> observer(new PCBViewObserver(manager.Get(), view));
+    if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
+        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
+    }
+    if (auto* board = dynamic_cast<qzk::ecad::PCBView*>(view.Get())) {
+        board->RegisterObserver(*observer);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Observers
+
+bool PCBScene::RegisterObserver(qzkapp::ecad::PCBSceneObserver& observer) {
+    return _RegisterSceneObserver(this, observer);
+}
+
+bool PCBScene::UnregisterObserver(qzkapp::ecad::PCBSceneObserver& observer) {
+    return _UnregisterSceneObserver(observer);
+}
+
+void PCBScene::_InitObserver(qzkapp::ecad::PCBSceneObserver& observer) {
+    // A failed load is told too; only a loaded design has a draw order to tell.
+    observer.OnDesignLoaded(loadError, loadErrorText);
+    if (designData) {
+        observer.OnDrawOrderChanged();
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Colour sets
+
+void PCBScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
+    BaseScene::LoadColorVisInfo(op);
+    dp::WriteLocker lock(GetRWLock());
+    AddStep<ColorVisPCBOperationStep>(op, static_cast<PCBSceneHelper*>(this), sublayerCV);
+    sublayerCV.clear();
+    _GetDefaultColorVisInfo(designData, sublayerCV, false);
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->SetColorVisInfo(sublayerCV);
+    }
+    _PostUInt32(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+}
+
+void PCBScene::GetColorVisInfo(qzk::ecad::SublayerPCB_CVSet& out) const {
+    dp::ReadLocker lock(GetRWLock());
+    PCBSceneHelper::GetColorVisInfo(out);
+}
+
+void PCBScene::SetColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
+                               du::SmartPtr<qzk::Operation> const& op, ChangeSource source) {
+    dp::WriteLocker lock(GetRWLock());
+    PCBSceneHelper::SetColorVisInfo(set, op, source);
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->SetColorVisInfo(sublayerCV);
+    }
+    _PostUInt32(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+}
+
+void PCBScene::ApplyColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
+                                 du::SmartPtr<qzk::Operation> const& op) {
+    qzk::ecad::SublayerPCB_CVSet combined;
+    {
+        dp::ReadLocker lock(GetRWLock());
+        CombineColorVisInfo(set, combined);
+    }
+    SetColorVisInfo(combined, op, ChangeSourceScene);
+}
+
+void PCBScene::GetDefaultColorVisInfo(qzk::ecad::SublayerPCB_CVSet& out, bool flag) const {
+    dp::ReadLocker lock(GetRWLock());
+    _GetDefaultColorVisInfo(designData, out, flag);
+}
+
+void PCBScene::GetDefaultDrawOrder(std::vector<short>& out) const {
+    dp::ReadLocker lock(GetRWLock());
+    _GetDefaultDrawOrder(designData, out);
+}
+
+std::wstring PCBScene::GetSublayerLabel(short layer, short sublayer) {
+    return _GetSublayerLabel(designData, layer, sublayer);
+}
+
+short PCBScene::GetSublayerHandle(short layer, std::string const& name) const {
+    return _GetSublayerHandle(designData, layer, name);
+}
+
+short PCBScene::GetTopLayer() const {
+    return _GetTopLayer(designData);
+}
+short PCBScene::GetBottomLayer() const {
+    return _GetBottomLayer(designData);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Switches and selection
+
+void PCBScene::ToggleShowLogicalConnection() {
+    dp::WriteLocker lock(GetRWLock());
+    showLogicalConnections = !showLogicalConnections;
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->SetShowLogicalConnection(showLogicalConnections);
+    }
+}
+
+bool PCBScene::GetHighlightOnlyVisible() const {
+    dp::ReadLocker lock(GetRWLock());
+    return highlightOnlyVisible;
+}
+
+void PCBScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
+    dp::WriteLocker lock(GetRWLock());
+    if (highlightOnlyVisible == value) {
+        return;
+    }
+    highlightOnlyVisible = value;
+    kernelScene->SetHighlightOnlyVisible(value);
+    _PostOnlyVisible(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), source, value);
+}
+
+bool PCBScene::GetIsolateOnlyVisible() const {
+    dp::ReadLocker lock(GetRWLock());
+    return isolateOnlyVisible;
+}
+
+void PCBScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
+    dp::WriteLocker lock(GetRWLock());
+    if (isolateOnlyVisible == value) {
+        return;
+    }
+    isolateOnlyVisible = value;
+    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
+        board->SetIsolateOnlyVisible(value);
+    }
+    _PostOnlyVisible(ISOLATEONLYVISIBLE_CHANGED_EVENT(), source, value);
+}
+
+void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {
+    dp::WriteLocker lock(GetRWLock());
+    du::SmartPtr<qzk::SelectionManager> selectionManager;
+    kernelScene->GetSelectionManager(selectionManager);
+    if (selectionManager) {
+        selectionManager->ApplyItems(0, items, qzk::SelectionManager::replace);
+    }
+    OnSelectionChanged(0, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(), items);
+}
+
+} // namespace qzkapp::ecad

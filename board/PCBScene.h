@@ -1,0 +1,116 @@
+// The API scene of one board: a design scene with the board mix-in, around a kernel board scene.
+//
+// It adds to the mix-in the lock, the kernel calls and the events: every colour set change
+// reaches the kernel scene and posts, and the two switches of what only visible objects get
+// post when they change. It hears the kernel through private observers of the kernel scene and
+// of each view; the kernel owns those observers.
+#pragma once
+
+#include "board/PCBSceneHelper.h"
+#include "component/ComponentExport.h"
+#include "design/Scene.h"
+#include "du/Symbol.h"
+#include "du/Types.h"
+#include "qzk/ClassType.h"
+#include "qzk/Observable.h"
+#include "qzk/ecad/GerberPrefs.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace qzk::ecad {
+class PCBScene;
+class PCBSceneObserver;
+} // namespace qzk::ecad
+
+namespace qzkapp::ecad {
+
+class PCBSceneObserver;
+
+class QZECAD_EXPORT PCBScene : public Scene, public PCBSceneHelper {
+public:
+    // How an overlay was made, kept under its id.
+    struct OverlayInfo {
+        qzk::ecad::GerberPrefs gerberPrefs;
+        du::Symbol type;
+        bool flag = false;
+    };
+
+    static qzk::ClassType const CLASS_TYPE;
+
+    explicit PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene);
+    ~PCBScene() override;
+
+    qzk::ClassType const& GetClassType() const override;
+
+private:
+    void _OnDestroy() override;
+
+public:
+    void Init() override;
+    void GetDefaultDrawOrder(std::vector<short>& out) const override;
+    // Not locked.
+    std::wstring GetSublayerLabel(short layer, short sublayer) override;
+    void LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) override;
+    // Not locked; the kernel owns the view's observer.
+    void ViewCreated(du::SmartPtr<qzk::View> const& view) override;
+    bool GetIsolateOnlyVisible() const override;
+    void SetIsolateOnlyVisible(bool value, ChangeSource source) override;
+    bool GetHighlightOnlyVisible() const override;
+    void SetHighlightOnlyVisible(bool value, ChangeSource source) override;
+
+    void GetColorVisInfo(qzk::ecad::SublayerPCB_CVSet& out) const override;
+    // Every call reaches the kernel scene and posts, whether the set changed or not.
+    void SetColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
+                         du::SmartPtr<qzk::Operation> const& op, ChangeSource source) override;
+    // Applies a partial set: entries for sublayers that the scene has replace them, others are
+    // ignored. The merge and the write are two critical sections.
+    void ApplyColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
+                           du::SmartPtr<qzk::Operation> const& op) override;
+    // Not undoable, posts nothing.
+    void ToggleShowLogicalConnection() override;
+    // Not locked.
+    short GetTopLayer() const override;
+    short GetBottomLayer() const override;
+
+    void GetDefaultColorVisInfo(qzk::ecad::SublayerPCB_CVSet& out, bool flag) const;
+    // Not locked.
+    short GetSublayerHandle(short layer, std::string const& name) const;
+    // Changes the kernel's selection on the host's behalf, and tells the scene of it even when
+    // the kernel scene has no selection manager.
+    void SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items);
+
+    // An observer that registers while the load runs hears its end like everyone else;
+    // otherwise it is brought up to date at once.
+    bool RegisterObserver(qzkapp::ecad::PCBSceneObserver& observer);
+    bool UnregisterObserver(qzkapp::ecad::PCBSceneObserver& observer);
+    bool _IsLoadInProgress() const { return designLoading; }
+
+    static unsigned char GetBaseEventId();
+
+protected:
+    void _InitObserver(qzkapp::ecad::PCBSceneObserver& observer);
+
+    static unsigned char HIGHLIGHTONLYVISIBLE_CHANGED_EVENT();
+    static unsigned char OVERLAY_CHANGED_EVENT();
+    static unsigned char ORIENTATION_CHANGED_EVENT();
+    static unsigned char ROTATION_CHANGED_EVENT();
+    static unsigned char ISOLATEONLYVISIBLE_CHANGED_EVENT();
+
+    // The kernel keeps it alive too (ManageObject); its back pointer is cut in _OnDestroy.
+    du::SmartPtr<qzk::ecad::PCBSceneObserver> sceneObserver;
+    bool highlightOnlyVisible;
+    bool isolateOnlyVisible;
+    std::map<uint64, OverlayInfo> overlayInfoMap;
+
+private:
+    friend class qzk::Observable::DefaultRegisterInitHelper<PCBScene,
+                                                            qzkapp::ecad::PCBSceneObserver>;
+
+    // The kernel scene as a board scene; null once the scene has ended.
+    qzk::ecad::PCBScene* _GetPCBKernelScene() const;
+    void _PostOnlyVisible(unsigned char id, ChangeSource source, bool value);
+};
+
+} // namespace qzkapp::ecad

@@ -1,0 +1,258 @@
+#include "design/Scene.h"
+
+#include "dom/ObserverProxy.h"
+#include "dp/ReadWriteLock.h"
+#include "qzk/AnnoSet.h"
+#include "qzk/AnnotationSetObserver.h"
+#include "qzk/EcadDesign.h"
+#include "qzk/Kernel.h"
+#include "qzk/ecad/EcadDesignData.h"
+#include "qzk/ecad/Scene.h"
+#include "qzloader/EcadDesignLoaderEvent.h"
+#include "qzloader/Loader.h"
+
+#include <atomic>
+#include <string>
+
+namespace qzkapp::ecad {
+namespace {
+
+// The completion of the scene's load. The kernel owns it and delivers OnCompleted on the thread
+// it chooses; the scene may have ended by then, and clears the back pointer when it does.
+class EcadDesignLoaderEvent : public qzloader::EcadDesignLoaderEvent {
+public:
+    explicit EcadDesignLoaderEvent(Scene* scene) : scene_(scene) {}
+    ~EcadDesignLoaderEvent() override { DetachFromMessageLoop(); }
+
+    void Forget() { scene_.store(nullptr); }
+
+private:
+    // The scene shows no progress of its own.
+    void OnProgress(unsigned char /*percent*/) override {}
+
+    void OnCompleted(int status) override;
+
+    std::atomic<Scene*> scene_;
+};
+
+// Follows the kernel scene's annotation set so that images that come with the design reach the
+// scene. The back pointer is the scene's, cleared when the scene ends.
+class AnnotationSetObserver : public qzk::AnnotationSetObserver {
+public:
+    explicit AnnotationSetObserver(Scene* scene) : scene_(scene) {}
+    ~AnnotationSetObserver() override { DetachFromMessageLoop(); }
+
+    // The scene ends the tie itself, in OnDestroyQzkScene.
+    void DetachObserver() override {}
+    void Forget() { scene_.store(nullptr); }
+
+private:
+    std::atomic<Scene*> scene_;
+};
+
+// The load's event, completed with a design's number and text.
+class OnDesignLoadedEvent : public dom::ObservableEvent {
+public:
+    OnDesignLoadedEvent(unsigned char id, std::string text, unsigned short number)
+        : id_(id), text_(std::move(text)), number_(number) {}
+
+    void Post(dom::ObserverProxy* proxy) const override {
+        proxy->PushUInt8Value(id_);
+        proxy->PushUInt16Value(number_);
+        proxy->PushStringValue(text_);
+    }
+
+private:
+    unsigned char id_;
+    std::string text_;
+    unsigned short number_;
+};
+
+// The loader's results that tell of a file written by a newer version; the host hears of them
+// through the kernel scene, whether the load then succeeded or not.
+long const kNewerUnreadable = -8;
+long const kNewerRead = 3;
+
+void ReportNewerFile(qzk::ecad::BaseScene& kernelScene, long result) {
+    if (result != kNewerUnreadable && result != kNewerRead) {
+        return;
+    }
+    du::SmartPtr<qzk::EcadDesign> design;
+    kernelScene.GetEcadDesign(design, 0);
+    if (!design) {
+        return;
+    }
+    if (result == kNewerUnreadable) {
+        kernelScene.PostNewerFileError(design->GetURL());
+    } else {
+        kernelScene.PostNewerFileWarning(design->GetURL());
+    }
+}
+
+// The kernel scene a Scene is built on is always an ECAD scene of one design.
+qzk::ecad::Scene& DesignScene(du::SmartPtr<qzk::ecad::BaseScene> const& scene) {
+    return static_cast<qzk::ecad::Scene&>(*scene);
+}
+
+} // namespace
+
+// Defined behind Scene, whose protected handlers it calls as the load's owner.
+class SceneLoadCompletion {
+public:
+    static void Complete(Scene& scene, int status, unsigned short number, du::Symbol const& text) {
+        if (status == 0) {
+            scene.OnDesignLoaded();
+        } else {
+            scene.OnDesignLoadFailed(number, text);
+        }
+    }
+};
+
+namespace {
+
+void EcadDesignLoaderEvent::OnCompleted(int status) {
+    Scene* scene = scene_.load();
+    if (scene == nullptr) {
+        return;
+    }
+    SceneLoadCompletion::Complete(*scene, status, GetErrorNumber(), GetErrorText());
+}
+
+} // namespace
+
+Scene::Scene(du::SmartPtr<qzk::ecad::Scene> const& scene, unsigned int highlightColor)
+    : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor), designLoading(false),
+      loadError(0), compareAreasImageId(0), selectCrossHair(false), crosshairObject(nullptr),
+      crosshairPosition(0.0, 0.0), crosshairSheet(0xFFFFFFFF) {
+    if (kernelScene) {
+        kernelScene->SetOverlapColor(overlapColor);
+    }
+}
+
+Scene::~Scene() {
+    _ForgetLoaderEvent();
+}
+
+void Scene::_ForgetLoaderEvent() {
+    if (loaderEvent) {
+        static_cast<EcadDesignLoaderEvent*>(loaderEvent.Get())->Forget();
+        loaderEvent = nullptr;
+    }
+}
+
+unsigned char Scene::GetBaseEventId() {
+    return BaseScene::GetNextEventId();
+}
+unsigned char Scene::GetNextEventId() {
+    return GetBaseEventId() + 3;
+}
+unsigned char Scene::ECAD_DESIGN_LOADED_EVENT() {
+    return GetBaseEventId();
+}
+unsigned char Scene::SUBLAYERCOLORVIS_CHANGED_EVENT() {
+    return GetBaseEventId() + 1;
+}
+unsigned char Scene::IMAGE_CHANGED_EVENT() {
+    return GetBaseEventId() + 2;
+}
+
+void Scene::_PostDesignLoaded(unsigned short error, du::Symbol const& text) {
+    PostObservableEvent(OnDesignLoadedEvent(ECAD_DESIGN_LOADED_EVENT(), text.str(), error), false);
+}
+
+void Scene::Init() {
+    BaseScene::Init();
+    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
+    dp::WriteLocker lock(GetRWLock());
+    DesignScene(kernelScene).ClearDesignLoadedFlag();
+    LoadEcadDesign();
+
+    // Followed only now: the load is under way, or even over, before images are heard of.
+    du::SmartPtr<qzk::AnnoSet> annoSet;
+    kernelScene->GetAnnoSet(annoSet);
+    if (annoSet) {
+        annotationSetObserver = new AnnotationSetObserver(this);
+        if (kernel) {
+            kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(annotationSetObserver.Get()));
+        }
+        annoSet->RegisterObserver(*annotationSetObserver);
+    }
+}
+
+void Scene::LoadEcadDesign() {
+    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
+    dp::WriteLocker lock(GetRWLock());
+    du::SmartPtr<qzk::EcadDesign> design;
+    kernelScene->GetEcadDesign(design, 0);
+    if (!design) {
+        return;
+    }
+    if (du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData())) {
+        // In memory already: taken over now, inside this call.
+        OnDesignLoaded();
+        return;
+    }
+    du::SmartPtr<qzloader::Loader> loader = qzloader::Loader::GetLoader();
+    if (!kernel || !loader) {
+        return;
+    }
+    // A former event keeps its back pointer: should it still complete, the scene hears it.
+    loaderEvent = new EcadDesignLoaderEvent(this);
+    kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(loaderEvent.Get()));
+    loader->LoadEcadDesign(design, loaderEvent.Get());
+    designLoading = true;
+}
+
+void Scene::OnDesignLoaded() {
+    dp::WriteLocker lock(GetRWLock());
+    designLoading = false;
+    loadError = 0;
+    loadErrorText = du::Symbol::EMPTY;
+    du::SmartPtr<qzk::EcadDesign> design;
+    kernelScene->GetEcadDesign(design, 0);
+    if (loaderEvent) {
+        ReportNewerFile(*kernelScene, loaderEvent->GetResult());
+    }
+    designData =
+        design ? du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData()) : nullptr;
+    loaderEvent = nullptr;
+    // Observers hear of the design before the draw order and colours that follow from it.
+    _PostDesignLoaded(0, du::Symbol::EMPTY);
+    ResetDrawOrder(false);
+    LoadColorVisInfo(du::SmartPtr<qzk::Operation>());
+    DesignScene(kernelScene).FinishDesignLoad();
+}
+
+void Scene::OnDesignLoadFailed(unsigned short error, du::Symbol const& text) {
+    dp::WriteLocker lock(GetRWLock());
+    designLoading = false;
+    loadError = error;
+    loadErrorText = text;
+    if (loaderEvent) {
+        ReportNewerFile(*kernelScene, loaderEvent->GetResult());
+    }
+    loaderEvent = nullptr;
+    // designData is left alone: a scene that had no design keeps none.
+    _PostDesignLoaded(error, text);
+}
+
+void Scene::OnDestroyQzkScene() {
+    if (annotationSetObserver) {
+        static_cast<AnnotationSetObserver*>(annotationSetObserver.Get())->Forget();
+        annotationSetObserver->Unregister();
+        annotationSetObserver = nullptr;
+    }
+    // The kernel scene goes next; a load that completes after this has nothing left to fill.
+    _ForgetLoaderEvent();
+    BaseScene::OnDestroyQzkScene();
+}
+
+bool Scene::IsDesignLoaded() const {
+    return static_cast<bool>(designData);
+}
+
+IcmApiEcad* Scene::GetIcmApiEcad() const {
+    return designData ? designData->GetIcmApiEcad() : nullptr;
+}
+
+} // namespace qzkapp::ecad
