@@ -72,8 +72,8 @@ void BM_EventPostAndDeliver(benchmark::State& state) {
     dom::Observable observable;
     Sink sink;
     void* block = du::CommonAllocatorImpl::Allocate(sizeof(dom::ObserverProxy), nullptr);
-    observable.AddObserver(sink, du::SmartPtr<dom::ObserverProxy>(new (block)
-                                                                      dom::ObserverProxy(sink)));
+    observable.AddObserver(sink,
+                           du::SmartPtr<dom::ObserverProxy>(new (block) dom::ObserverProxy(sink)));
     unsigned int value = 0;
     for (auto _ : state) {
         observable.PostEvent(qzk::Observable::UInt32Event(20, ++value));

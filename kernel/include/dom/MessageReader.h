@@ -41,8 +41,6 @@ public:
     bool AtEnd() const noexcept { return offset_ >= message_->bytes.size(); }
 
 private:
-    bool ReadFixed(char tag, void* out, std::size_t size);
-
     MessageData const* message_;
     std::size_t offset_ = 0;
     std::size_t objectIndex_ = 0;

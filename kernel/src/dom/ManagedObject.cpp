@@ -33,19 +33,29 @@ char const* ReadableName(std::type_info const& type) {
 
 } // namespace
 
-ManagedObject::~ManagedObject() { UnmanageAll(); }
+ManagedObject::~ManagedObject() {
+    UnmanageAll();
+}
 
 long ManagedObject::BaseClassOffsetByName(char const* name) const {
     return name != nullptr && std::strcmp(name, GetObjectClass()) == 0 ? 0 : -1;
 }
 
-unsigned int ManagedObject::GetBaseClassCount() const { return 0; }
+unsigned int ManagedObject::GetBaseClassCount() const {
+    return 0;
+}
 
-char const* ManagedObject::GetBaseClassParent(unsigned int /*index*/) const { return nullptr; }
+char const* ManagedObject::GetBaseClassParent(unsigned int /*index*/) const {
+    return nullptr;
+}
 
-char const* ManagedObject::GetBaseClass(unsigned int /*index*/) const { return nullptr; }
+char const* ManagedObject::GetBaseClass(unsigned int /*index*/) const {
+    return nullptr;
+}
 
-char const* ManagedObject::GetObjectClass() const { return ReadableName(typeid(*this)); }
+char const* ManagedObject::GetObjectClass() const {
+    return ReadableName(typeid(*this));
+}
 
 void ManagedObject::HandleMessage(MessageReader& /*reader*/) {}
 

@@ -6,15 +6,18 @@
 
 namespace dom {
 
-bool MessageReader::ReadFixed(char tag, void* out, std::size_t size) {
-    std::string const& bytes = message_->bytes;
-    if (offset_ + 1 + size > bytes.size() || bytes[offset_] != tag) {
+namespace {
+
+template <class T> bool ReadValue(std::string const& bytes, std::size_t& offset, char tag, T& out) {
+    if (offset + 1 + sizeof(T) > bytes.size() || bytes[offset] != tag) {
         return false;
     }
-    std::memcpy(out, bytes.data() + offset_ + 1, size);
-    offset_ += 1 + size;
+    std::memcpy(&out, bytes.data() + offset + 1, sizeof(T));
+    offset += 1 + sizeof(T);
     return true;
 }
+
+} // namespace
 
 bool MessageReader::GetInt32Value(int& value) {
     unsigned int word = 0;
@@ -26,20 +29,20 @@ bool MessageReader::GetInt32Value(int& value) {
 }
 
 bool MessageReader::GetUInt32Value(unsigned int& value) {
-    return ReadFixed(wire::UInt32, &value, sizeof value);
+    return ReadValue(message_->bytes, offset_, wire::UInt32, value);
 }
 
 bool MessageReader::GetUInt16Value(unsigned short& value) {
-    return ReadFixed(wire::UInt16, &value, sizeof value);
+    return ReadValue(message_->bytes, offset_, wire::UInt16, value);
 }
 
 bool MessageReader::GetUInt8Value(unsigned char& value) {
-    return ReadFixed(wire::UInt8, &value, sizeof value);
+    return ReadValue(message_->bytes, offset_, wire::UInt8, value);
 }
 
 bool MessageReader::GetBooleanValue(bool& value) {
     unsigned char byte = 0;
-    if (!ReadFixed(wire::Boolean, &byte, sizeof byte)) {
+    if (!ReadValue(message_->bytes, offset_, wire::Boolean, byte)) {
         return false;
     }
     value = byte != 0;

@@ -26,8 +26,9 @@ bool Observable::AddObserver(Observer const& observer, du::SmartPtr<ObserverProx
 
 du::SmartPtr<ObserverProxy> Observable::RemoveObserver(Observer const& observer) {
     std::lock_guard lock(mutex_);
-    auto found = std::find_if(entries_.begin(), entries_.end(),
-                              [&observer](Entry const& entry) { return entry.observer == &observer; });
+    auto found = std::find_if(entries_.begin(), entries_.end(), [&observer](Entry const& entry) {
+        return entry.observer == &observer;
+    });
     if (found == entries_.end()) {
         return nullptr;
     }

@@ -39,7 +39,9 @@ void ObserverProxy::End() {
     message_.objects.clear();
 }
 
-void ObserverProxy::PushUInt8Value(unsigned char value) { Append(message_.bytes, wire::UInt8, value); }
+void ObserverProxy::PushUInt8Value(unsigned char value) {
+    Append(message_.bytes, wire::UInt8, value);
+}
 
 void ObserverProxy::PushUInt16Value(unsigned short value) {
     Append(message_.bytes, wire::UInt16, value);
@@ -63,6 +65,8 @@ void ObserverProxy::PushObjectValue(du::SmartPtr<du::RefCounted> const& value) {
     message_.objects.push_back(value);
 }
 
-MessageData ObserverProxy::TakeMessage() { return std::exchange(message_, MessageData{}); }
+MessageData ObserverProxy::TakeMessage() {
+    return std::exchange(message_, MessageData{});
+}
 
 } // namespace dom

@@ -8,7 +8,9 @@ void* CommonAllocated::operator new(std::size_t size) {
     return CommonAllocatorImpl::Allocate(size, nullptr);
 }
 
-void* CommonAllocated::operator new(std::size_t /*size*/, void* place) noexcept { return place; }
+void* CommonAllocated::operator new(std::size_t /*size*/, void* place) noexcept {
+    return place;
+}
 
 void CommonAllocated::operator delete(void* block, uint64 size) noexcept {
     CommonAllocatorImpl::Free(block, size);

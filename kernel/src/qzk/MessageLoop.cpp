@@ -3,10 +3,20 @@
 #include "dom/Observer.h"
 #include "du/RefCounted.h"
 
+#include <chrono>
 #include <exception>
 #include <utility>
 
 namespace qzk {
+namespace {
+
+uint64 MakeHandle(std::uint32_t generation, std::uint32_t index) {
+    return (static_cast<uint64>(generation) << 32) | index;
+}
+
+std::uint32_t IndexOf(uint64 handle) { return static_cast<std::uint32_t>(handle); }
+
+} // namespace
 
 MessageLoop& MessageLoop::Get() {
     static MessageLoop loop;
@@ -15,44 +25,79 @@ MessageLoop& MessageLoop::Get() {
 
 MessageLoop::~MessageLoop() { StopDispatcher(); }
 
+MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
+    std::uint32_t const index = IndexOf(handle);
+    if (index >= slots_.size()) {
+        return nullptr;
+    }
+    Slot& slot = slots_[index];
+    if (slot.observer == nullptr || slot.generation != static_cast<std::uint32_t>(handle >> 32)) {
+        return nullptr;
+    }
+    return &slot;
+}
+
+void MessageLoop::Free(Slot& slot, std::uint32_t index) {
+    slot.observer = nullptr;
+    // Generations start at 1, so no handle is ever 0 (0 is an unbound proxy's).
+    if (++slot.generation == 0) {
+        slot.generation = 1;
+    }
+    slot.state.store(0, std::memory_order_relaxed);
+    free_.push_back(index);
+}
+
 uint64 MessageLoop::AddObserver(dom::Observer* observer) {
     std::lock_guard lock(mutex_);
-    uint64 handle = nextHandle_++;
-    observers_.emplace(handle, Entry{observer});
-    return handle;
+    std::uint32_t index = 0;
+    if (!free_.empty()) {
+        index = free_.back();
+        free_.pop_back();
+    } else {
+        index = static_cast<std::uint32_t>(slots_.size());
+        slots_.emplace_back();
+    }
+    Slot& slot = slots_[index];
+    slot.observer = observer;
+    return MakeHandle(slot.generation, index);
 }
 
 void MessageLoop::RemoveObserver(uint64 handle) noexcept {
+    std::thread::id const self = std::this_thread::get_id();
     std::unique_lock lock(mutex_);
     for (;;) {
-        auto found = observers_.find(handle);
-        if (found == observers_.end()) {
+        Slot* slot = Find(handle);
+        if (slot == nullptr) {
             return;
         }
-        // A handler that ends its own observer must not wait for itself.
-        if (found->second.deliveries > 0 && deliveringThread_ != std::this_thread::get_id()) {
-            ++waiters_;
-            delivered_.wait(lock);
-            --waiters_;
-            continue;
+        if (slot->state.load() < OneDelivery) {
+            Free(*slot, IndexOf(handle));
+            return;
         }
-        observers_.erase(found);
-        return;
+        if (deliveringThread_.load() == self) {
+            // The observer ends inside its own handler: the end of that delivery frees the slot.
+            slot->state.fetch_or(Dead);
+            slot->observer = nullptr;
+            return;
+        }
+        WaitForADelivery(lock);
     }
 }
 
 bool MessageLoop::ReleaseIfIdle(uint64 handle) noexcept {
     std::lock_guard lock(mutex_);
-    auto found = observers_.find(handle);
-    if (found == observers_.end()) {
+    Slot* slot = Find(handle);
+    if (slot == nullptr) {
         return true;
     }
-    if (found->second.deliveries > 0) {
-        found->second.releasePending = true;
-        return false;
+    std::uint32_t state = slot->state.load();
+    while (state >= OneDelivery) {
+        if (slot->state.compare_exchange_weak(state, state | ReleasePending)) {
+            return false;
+        }
     }
     // Forgotten before the destructors run, so no delivery can start on a half-destroyed object.
-    observers_.erase(found);
+    Free(*slot, IndexOf(handle));
     return true;
 }
 
@@ -65,27 +110,38 @@ void MessageLoop::Queue(uint64 handle, dom::MessageData&& message) {
 }
 
 bool MessageLoop::DeliverNext() {
-    std::lock_guard delivery(deliveryMutex_);
+    std::thread::id const self = std::this_thread::get_id();
     Queued item;
+    Slot* slot = nullptr;
     dom::Observer* target = nullptr;
     {
-        std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
+        // One delivery at a time; a handler that pumps nests its deliveries in its own.
+        for (;;) {
+            std::thread::id const busy = deliveringThread_.load();
+            if (busy == std::thread::id() || busy == self) {
+                break;
+            }
+            WaitForADelivery(lock);
+        }
         if (queue_.empty()) {
             return false;
         }
         item = std::move(queue_.front());
         queue_.pop_front();
-        auto found = observers_.find(item.handle);
-        if (found == observers_.end()) {
+        slot = Find(item.handle);
+        if (slot == nullptr) {
             ++dropped_;
-        } else {
-            ++found->second.deliveries;
-            deliveringThread_ = std::this_thread::get_id();
-            target = found->second.observer;
+            return true;
         }
-    }
-    if (target == nullptr) {
-        return true;
+        // Only this thread, under the mutex, starts deliveries; the hook and the end of a delivery
+        // change the state with read-modify-writes, so a plain increment does here.
+        slot->state.store(slot->state.load(std::memory_order_relaxed) + OneDelivery,
+                          std::memory_order_relaxed);
+        target = slot->observer;
+        if (deliveryDepth_++ == 0) {
+            deliveringThread_.store(self, std::memory_order_relaxed);
+        }
     }
     dom::MessageReader reader(item.message);
     try {
@@ -95,37 +151,55 @@ bool MessageLoop::DeliverNext() {
     } catch (...) {
         RecordError(item.handle, "unknown exception");
     }
+    EndDelivery(*slot, item.handle);
+    return true;
+}
+
+void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
     dom::Observer* release = nullptr;
-    {
+    std::uint32_t const state =
+        slot.state.fetch_sub(OneDelivery, std::memory_order_acq_rel) - OneDelivery;
+    if (state < OneDelivery && (state & (ReleasePending | Dead)) != 0) {
         std::lock_guard lock(mutex_);
-        auto found = observers_.find(item.handle);
-        if (found != observers_.end() && --found->second.deliveries == 0 &&
-            found->second.releasePending) {
-            found->second.releasePending = false;
-            release = found->second.observer;
+        if ((state & Dead) != 0) {
+            Free(slot, IndexOf(handle));
+        } else {
+            slot.state.fetch_and(~static_cast<std::uint32_t>(ReleasePending));
+            release = slot.observer;
         }
-        if (waiters_ > 0) {
-            delivered_.notify_all();
-        }
+    }
+    if (--deliveryDepth_ == 0) {
+        deliveringThread_.store(std::thread::id(), std::memory_order_release);
+    }
+    if (waiters_.load(std::memory_order_relaxed) > 0) {
+        std::lock_guard lock(mutex_);
+        delivered_.notify_all();
     }
     // The observer's last reference went during the delivery; its hook kept it until now.
     du::ReleaseReference(release, nullptr);
-    return true;
+}
+
+void MessageLoop::WaitForADelivery(std::unique_lock<std::mutex>& lock) {
+    // The end of a delivery tells waiters without taking the mutex first unless it sees them, so
+    // a wake-up can be missed; the timeout bounds what that costs. Waiting is rare: a pump racing
+    // the dispatcher, or an observer ending while the dispatcher delivers to it.
+    ++waiters_;
+    delivered_.wait_for(lock, std::chrono::milliseconds(1));
+    --waiters_;
 }
 
 void MessageLoop::RecordError(uint64 handle, std::string const& what) {
     std::lock_guard lock(mutex_);
-    auto found = observers_.find(handle);
+    Slot* slot = Find(handle);
     // The handler may have ended its own observer; its class can no longer be asked.
-    std::string where = found != observers_.end() ? found->second.observer->GetObjectClass()
-                                                  : std::string("(observer gone)");
+    std::string where =
+        slot != nullptr ? slot->observer->GetObjectClass() : std::string("(observer gone)");
     errors_.push_back(where + ": " + what);
 }
 
 bool MessageLoop::PumpOne() { return DeliverNext(); }
 
 std::size_t MessageLoop::PumpUntilIdle() {
-    std::lock_guard delivery(deliveryMutex_);
     std::size_t count = 0;
     while (DeliverNext()) {
         ++count;

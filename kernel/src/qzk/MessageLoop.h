@@ -2,9 +2,11 @@
 // are addressed to, and the optional dispatcher thread. Process-wide, so observers built before
 // the kernel starts or after it stops are still known.
 //
-// Delivery is serialised (one delivery at a time, plus deliveries nested in a handler on the
-// same thread), which is what keeps messages in order. The loop's own mutex is never held while
-// a handler runs.
+// An observer's handle names a slot of the table and the slot's generation, so a handle of an
+// observer that has gone never finds its successor in the slot. Deliveries are serialised (one
+// at a time, plus deliveries nested in a handler on the same thread), which keeps messages in
+// order. The loop's mutex is never held while a handler runs; the end of a delivery takes it only
+// when someone waits for that delivery or the observer's release was put off until then.
 #pragma once
 
 #include "dom/MessageReader.h"
@@ -13,11 +15,11 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <string>
 #include <thread>
-#include <unordered_map>
 #include <vector>
 
 namespace dom {
@@ -52,10 +54,12 @@ public:
     std::size_t GetDroppedCount() const;
 
 private:
-    struct Entry {
-        dom::Observer* observer;
-        int deliveries = 0;
-        bool releasePending = false;
+    // state: deliveries running to the slot's observer, shifted by two, and two flags.
+    enum : std::uint32_t { ReleasePending = 1, Dead = 2, OneDelivery = 4 };
+    struct Slot {
+        dom::Observer* observer = nullptr;
+        std::uint32_t generation = 1;
+        std::atomic<std::uint32_t> state{0};
     };
     struct Queued {
         uint64 handle;
@@ -64,26 +68,36 @@ private:
 
     MessageLoop() = default;
     ~MessageLoop();
-    // Takes the next message and marks its observer as being delivered to; false when empty.
+
+    // Under mutex_: the live slot of handle, or null.
+    Slot* Find(uint64 handle);
+    // Under mutex_, with no delivery running to the slot: makes it free for a new observer.
+    void Free(Slot& slot, std::uint32_t index);
+    // Takes the next message and delivers it; false when the queue is empty.
     bool DeliverNext();
+    void EndDelivery(Slot& slot, uint64 handle);
     void Dispatch();
+    void WaitForADelivery(std::unique_lock<std::mutex>& lock);
     void RecordError(uint64 handle, std::string const& what);
 
     mutable std::mutex mutex_;
     // Wakes the dispatcher when a message comes.
     std::condition_variable queued_;
-    // Wakes observers' destructors waiting for a delivery to end.
+    // Wakes those waiting for a delivery to end: observers' destructors and other pumps.
     std::condition_variable delivered_;
-    std::thread::id deliveringThread_;
-    std::unordered_map<uint64, Entry> observers_;
+    std::atomic<int> waiters_{0};
+
+    // Slots never move (a deque grows at its end without moving), so a delivery keeps its slot
+    // without the mutex.
+    std::deque<Slot> slots_;
+    std::vector<std::uint32_t> free_;
     std::deque<Queued> queue_;
-    uint64 nextHandle_ = 1;
-    int waiters_ = 0;
     std::size_t dropped_ = 0;
     std::vector<std::string> errors_;
 
-    // Serialises deliveries; recursive so that a handler may pump.
-    std::recursive_mutex deliveryMutex_;
+    // The thread delivering now, or none; depth counts its nested deliveries.
+    std::atomic<std::thread::id> deliveringThread_{};
+    int deliveryDepth_ = 0;
 
     // Guards starting and stopping the dispatcher; stopDispatcher_ itself is guarded by mutex_.
     std::mutex dispatcherMutex_;

@@ -30,7 +30,9 @@ unsigned short ErrorNumber(long result) {
 
 Loader::Loader() : thread_([this] { Run(); }) {}
 
-Loader::~Loader() { Stop(); }
+Loader::~Loader() {
+    Stop();
+}
 
 du::SmartPtr<Loader> Loader::GetLoader() {
     std::lock_guard lock(g_loaderMutex);
@@ -132,6 +134,8 @@ void Loader::Stop() {
     }
 }
 
-void Loader::_OnDestroy() { Stop(); }
+void Loader::_OnDestroy() {
+    Stop();
+}
 
 } // namespace qzloader
