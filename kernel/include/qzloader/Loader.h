@@ -59,7 +59,7 @@ private:
     static void SetLoader(du::SmartPtr<Loader> const& loader);
     void Run();
     void Stop();
-    static void Read(Job const& job);
+    static void Read(Job& job);
 
     std::mutex mutex_;
     std::condition_variable wake_;

@@ -90,7 +90,7 @@ void Loader::Run() {
     }
 }
 
-void Loader::Read(Job const& job) {
+void Loader::Read(Job& job) {
     EcadDesignLoaderEvent* event = job.event.Get();
     if (event->IsCanceled()) {
         return;
@@ -110,6 +110,12 @@ void Loader::Read(Job const& job) {
     event->SetResult(result.result);
     if (result.status == 0) {
         StoreDesignData(*job.design, result.data);
+    }
+    // Whoever hears the completion may end the design at once: the loader must not be the one
+    // still holding it then.
+    result.data = nullptr;
+    job.design = nullptr;
+    if (result.status == 0) {
         event->Complete();
     } else {
         event->CompleteWithError(du::Symbol(result.errorText), ErrorNumber(result.result));
