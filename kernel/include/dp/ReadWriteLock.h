@@ -10,6 +10,7 @@
 #pragma once
 
 #include <atomic>
+#include <cassert>
 #include <shared_mutex>
 #include <thread>
 
@@ -21,10 +22,45 @@ public:
     ReadWriteLock(ReadWriteLock const&) = delete;
     ReadWriteLock& operator=(ReadWriteLock const&) = delete;
 
-    void ReadLock();
-    void ReadUnlock();
-    void WriteLock();
-    void WriteUnlock();
+    // Inline: the lock sits on every scene call, and the uncontended path is a few
+    // instructions around the shared mutex.
+    void ReadLock() {
+        if (IsWriteLockedByCurrentThread()) {
+            ++ownerReadDepth_;
+            return;
+        }
+        // glibc's rwlock prefers readers, so a reader that nests its read lock never waits for a
+        // writer that queued up in between.
+        mutex_.lock_shared();
+    }
+    void ReadUnlock() {
+        // Only the owner can see itself as owner, so this test is exact without a fence.
+        if (IsWriteLockedByCurrentThread()) {
+            assert(ownerReadDepth_ > 0);
+            if (--ownerReadDepth_ == 0 && writeDepth_ == 0) {
+                Release();
+            }
+            return;
+        }
+        mutex_.unlock_shared();
+    }
+    void WriteLock() {
+        std::thread::id const self = std::this_thread::get_id();
+        if (owner_.load(std::memory_order_relaxed) == self) {
+            ++writeDepth_;
+            return;
+        }
+        mutex_.lock();
+        owner_.store(self, std::memory_order_relaxed);
+        writeDepth_ = 1;
+    }
+    void WriteUnlock() {
+        // Only the owner may release a write lock; the owner test is left to debug builds.
+        assert(IsWriteLockedByCurrentThread() && writeDepth_ > 0);
+        if (--writeDepth_ == 0 && ownerReadDepth_ == 0) {
+            Release();
+        }
+    }
 
     // True on the thread that holds the write lock.
     bool IsWriteLockedByCurrentThread() const noexcept {
@@ -32,6 +68,11 @@ public:
     }
 
 private:
+    void Release() {
+        owner_.store(std::thread::id(), std::memory_order_relaxed);
+        mutex_.unlock();
+    }
+
     std::shared_mutex mutex_;
     std::atomic<std::thread::id> owner_{};
     // Touched only by the owner thread while it holds mutex_ exclusively.
