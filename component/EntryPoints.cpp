@@ -28,5 +28,4 @@ bool QZDllCreateComponent(std::string const& family, void const* /*unused*/,
 
 void QZDllInit() {}
 void QZDllTerminate() {}
-
 }

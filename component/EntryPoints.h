@@ -17,8 +17,7 @@
 
 extern "C" {
 QZECAD_EXPORT bool QZDllCreateComponent(std::string const& family, void const* unused,
-                                        std::string const& name,
-                                        du::SmartPtr<du::RefCounted>* out);
+                                        std::string const& name, du::SmartPtr<du::RefCounted>* out);
 QZECAD_EXPORT void QZDllInit();
 QZECAD_EXPORT void QZDllTerminate();
 }

@@ -48,13 +48,11 @@ SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& /*world*/,
     return nullptr;
 }
 
-du::SmartPtr<qzk::Scene>
-SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& /*world*/,
-                             du::SmartPtr<qzk::Instance> const& /*firstInstance*/,
-                             du::SmartPtr<qzk::ViewableSource> const& /*firstSource*/,
-                             du::SmartPtr<qzk::Instance> const& /*secondInstance*/,
-                             du::SmartPtr<qzk::ViewableSource> const& /*secondSource*/,
-                             unsigned int /*kind*/) {
+du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
+    du::SmartPtr<qzk::World> const& /*world*/, du::SmartPtr<qzk::Instance> const& /*firstInstance*/,
+    du::SmartPtr<qzk::ViewableSource> const& /*firstSource*/,
+    du::SmartPtr<qzk::Instance> const& /*secondInstance*/,
+    du::SmartPtr<qzk::ViewableSource> const& /*secondSource*/, unsigned int /*kind*/) {
     return nullptr;
 }
 

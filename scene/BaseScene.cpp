@@ -83,7 +83,9 @@ char const* const kPreselectionHighlightingKey =
     "General/Navigation/enable_preselection_highlighting";
 unsigned int const kGroupLayer = 2;
 
-dg::Color Black() { return dg::Color(0.0f, 0.0f, 0.0f, 1.0f); }
+dg::Color Black() {
+    return dg::Color(0.0f, 0.0f, 0.0f, 1.0f);
+}
 
 // The ECAD selection item an entry stands for, or null.
 du::SmartPtr<qzk::ecad::SelectionItem> AsEcadItem(du::SmartPtr<qzk::SelectionItem> const& item) {
@@ -93,8 +95,8 @@ du::SmartPtr<qzk::ecad::SelectionItem> AsEcadItem(du::SmartPtr<qzk::SelectionIte
 // An ECAD selection item itself or, for a geometry item, its parent; null when neither. The
 // flag tells whether the entry was of one of the two kinds at all (a geometry item whose parent
 // is no ECAD item still counts, and yields the empty appearance item).
-du::SmartPtr<qzk::ecad::SelectionItem> EcadItemOrParent(du::SmartPtr<qzk::SelectionItem> const& item,
-                                                        bool& matched) {
+du::SmartPtr<qzk::ecad::SelectionItem>
+EcadItemOrParent(du::SmartPtr<qzk::SelectionItem> const& item, bool& matched) {
     matched = true;
     if (auto ecad = AsEcadItem(item)) {
         return ecad;
@@ -118,10 +120,10 @@ du::SmartPtr<qzk::ecad::SelectionItem> Highlightable(du::SmartPtr<qzk::Selection
 } // namespace
 
 BaseScene::BaseScene(du::SmartPtr<qzk::ecad::BaseScene> const& scene, unsigned int highlightColor)
-    : qzk::Observable(scene.Get()), drawOrder(), kernelScene(scene),
-      highlightColor(highlightColor), highlightFonted(false), preselectionHighlighting(true),
-      overlapColor(false), secondaryColor(Black()), selectionColor(Black()),
-      preselectionColor(Black()), fillShapes(false), pendingGroupCV(false),
+    : qzk::Observable(scene.Get()), drawOrder(), kernelScene(scene), highlightColor(highlightColor),
+      highlightFonted(false), preselectionHighlighting(true), overlapColor(false),
+      secondaryColor(Black()), selectionColor(Black()), preselectionColor(Black()),
+      fillShapes(false), pendingGroupCV(false),
       groupCV(scene && scene->IsATypeOf(qzk::ClassType(73))) {
     if (kernelScene) {
         kernelScene->SetApiScene(this);
@@ -143,12 +145,24 @@ BaseScene::~BaseScene() {
     }
 }
 
-unsigned char BaseScene::GetBaseEventId() { return qzk::Observable::GetNextEventId(); }
-unsigned char BaseScene::GetNextEventId() { return GetBaseEventId() + 4; }
-unsigned char BaseScene::DRAWORDER_CHANGED_EVENT() { return GetBaseEventId(); }
-unsigned char BaseScene::HIGHLIGHT_CHANGED_EVENT() { return GetBaseEventId() + 1; }
-unsigned char BaseScene::GROUPCOLORVIS_CHANGED_EVENT() { return GetBaseEventId() + 2; }
-unsigned char BaseScene::ASSOCHIGHLIGHTCOLOR_CHANGED_EVENT() { return GetBaseEventId() + 3; }
+unsigned char BaseScene::GetBaseEventId() {
+    return qzk::Observable::GetNextEventId();
+}
+unsigned char BaseScene::GetNextEventId() {
+    return GetBaseEventId() + 4;
+}
+unsigned char BaseScene::DRAWORDER_CHANGED_EVENT() {
+    return GetBaseEventId();
+}
+unsigned char BaseScene::HIGHLIGHT_CHANGED_EVENT() {
+    return GetBaseEventId() + 1;
+}
+unsigned char BaseScene::GROUPCOLORVIS_CHANGED_EVENT() {
+    return GetBaseEventId() + 2;
+}
+unsigned char BaseScene::ASSOCHIGHLIGHTCOLOR_CHANGED_EVENT() {
+    return GetBaseEventId() + 3;
+}
 
 void BaseScene::_PostUInt32(unsigned char id, unsigned int value) {
     PostObservableEvent(qzk::Observable::UInt32Event(id, value), false);
@@ -252,31 +266,44 @@ void BaseScene::OnDestroyQzkScene() {
 // ---------------------------------------------------------------------------------------------
 // Plain virtual bodies
 
-IcmApiEcad* BaseScene::GetIcmApiEcad() const { return nullptr; }
+IcmApiEcad* BaseScene::GetIcmApiEcad() const {
+    return nullptr;
+}
 void BaseScene::GetDefaultDrawOrder(std::vector<short>& /*out*/) const {}
-std::wstring BaseScene::GetSublayerLabel(short /*layer*/, short /*sublayer*/) { return {}; }
-wchar_t const* BaseScene::GetLayerName(short /*layer*/) const { return L""; }
+std::wstring BaseScene::GetSublayerLabel(short /*layer*/, short /*sublayer*/) {
+    return {};
+}
+wchar_t const* BaseScene::GetLayerName(short /*layer*/) const {
+    return L"";
+}
 void BaseScene::SetItems(qzk::ecad::ItemContainer<qzk::ecad::IsolateItem> const& /*items*/,
                          bool /*redraw*/) {}
 void BaseScene::GetItems(qzk::ecad::ItemContainer<qzk::ecad::IsolateItem>& /*out*/) const {}
 void BaseScene::SetRotation(short /*rotation*/, du::SmartPtr<qzk::Operation> const& /*op*/,
                             bool /*redraw*/) {}
 void BaseScene::ToggleFlip(du::SmartPtr<qzk::Operation> const& /*op*/) {}
-bool BaseScene::GetFlip() const { return false; }
+bool BaseScene::GetFlip() const {
+    return false;
+}
 void BaseScene::SetFlip(bool /*flip*/, du::SmartPtr<qzk::Operation> const& /*op*/,
                         bool /*redraw*/) {}
-short BaseScene::GetRotation() const { return 0; }
+short BaseScene::GetRotation() const {
+    return 0;
+}
 void BaseScene::AddRotation(short /*rotation*/, du::SmartPtr<qzk::Operation> const& /*op*/) {}
 void BaseScene::Isolate(ItemList const& /*items*/, du::SmartPtr<qzk::Operation> const& /*op*/) {}
 void BaseScene::AddToIsolated(ItemList const& /*items*/,
                               du::SmartPtr<qzk::Operation> const& /*op*/) {}
-void BaseScene::Deisolate(ItemList const& /*items*/, du::SmartPtr<qzk::Operation> const& /*op*/) {
-}
+void BaseScene::Deisolate(ItemList const& /*items*/, du::SmartPtr<qzk::Operation> const& /*op*/) {}
 void BaseScene::ClearAllIsolated(du::SmartPtr<qzk::Operation> const& /*op*/) {}
-bool BaseScene::GetIsolateOnlyVisible() const { return false; }
+bool BaseScene::GetIsolateOnlyVisible() const {
+    return false;
+}
 void BaseScene::SetIsolateOnlyVisible(bool /*on*/, ChangeSource /*source*/) {}
 void BaseScene::ApplyIsolatedList() const {}
-bool BaseScene::GetHighlightOnlyVisible() const { return false; }
+bool BaseScene::GetHighlightOnlyVisible() const {
+    return false;
+}
 void BaseScene::SetHighlightOnlyVisible(bool /*on*/, ChangeSource /*source*/) {}
 dg::Color const& BaseScene::GetSelectionColor(qzk::ecad::AppearanceItem const& /*item*/) const {
     return selectionColor;
@@ -284,9 +311,15 @@ dg::Color const& BaseScene::GetSelectionColor(qzk::ecad::AppearanceItem const& /
 dg::Color const& BaseScene::GetPreselectionColor(qzk::ecad::AppearanceItem const& /*item*/) const {
     return preselectionColor;
 }
-bool BaseScene::IsPreselectionFonted() const { return false; }
-bool BaseScene::GetExcludePlanesCondFigures() const { return false; }
-uint64 BaseScene::_GetCurOverlay() const { return 0; }
+bool BaseScene::IsPreselectionFonted() const {
+    return false;
+}
+bool BaseScene::GetExcludePlanesCondFigures() const {
+    return false;
+}
+uint64 BaseScene::_GetCurOverlay() const {
+    return 0;
+}
 void BaseScene::_SetCrossHairObject() {}
 
 // ---------------------------------------------------------------------------------------------
@@ -434,8 +467,7 @@ void BaseScene::_HandlePreSelectionChanged(bool clear, ItemList const& removed,
                 qzk::ecad::AppearanceItem appearance(ecad);
                 preselectedItems.erase(appearance);
                 kernelScene->ClearItemAppearance(appearance, false);
-            } else if (auto overlayItem =
-                           du::DynamicCast<qzk::ecad::OverlaySelectionItem>(item)) {
+            } else if (auto overlayItem = du::DynamicCast<qzk::ecad::OverlaySelectionItem>(item)) {
                 // Drops the overlay's whole selection, a real one too; selectedOverlays keeps it.
                 overlayItem->GetOverlay()->ClearSelection();
             }
@@ -726,7 +758,9 @@ void BaseScene::GetHighlights(HighlightContainer& out) const {
     out = highlights;
 }
 
-void BaseScene::GetItems(HighlightContainer& out) const { GetHighlights(out); }
+void BaseScene::GetItems(HighlightContainer& out) const {
+    GetHighlights(out);
+}
 
 void BaseScene::SetItems(HighlightContainer const& items, bool redraw) {
     dp::WriteLocker lock(GetRWLock());
@@ -776,9 +810,9 @@ void BaseScene::DrawOrderMoveLayer(short layer, uint64 index, bool undo) {
     if (undo) {
         std::string const layerName = du::WideStrToUtf8(GetLayerName(layer));
         du::Localizer const localizer("qzecad:qzecadStrings");
-        std::string const name = localizer.LocalizeMessage(
-            "DisplayPriorityUndo", du::AssembleArgs("%s", layerName),
-            static_cast<du::Localizer::ActionOnFailure>(0));
+        std::string const name =
+            localizer.LocalizeMessage("DisplayPriorityUndo", du::AssembleArgs("%s", layerName),
+                                      static_cast<du::Localizer::ActionOnFailure>(0));
         du::SmartPtr<qzk::Operation> op(
             new qzk::Operation(name, du::SmartPtr<qzk::Scene>(kernelScene), false));
         AddStepAndRecord<DisplayPriorityOperationStep>(op, this, layer, oldIndex, index);
@@ -832,7 +866,9 @@ void BaseScene::ResetDrawOrder(bool undo) {
 
 namespace {
 // Waits until no one else is inside the scene, and holds nothing afterwards.
-void LockBarrier(dp::ReadWriteLock* lock) { dp::WriteLocker barrier(lock); }
+void LockBarrier(dp::ReadWriteLock* lock) {
+    dp::WriteLocker barrier(lock);
+}
 } // namespace
 
 void BaseScene::ApplyDrawOrder(std::vector<short> const& order, bool invert,

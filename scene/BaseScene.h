@@ -213,7 +213,9 @@ protected:
     // under the lock.
     template <class SceneT, class ObserverT>
     static bool _RegisterSceneObserver(SceneT* scene, ObserverT& observer);
-    bool _UnregisterSceneObserver(qzk::Observer& observer) { return DoUnregisterObserver(observer); }
+    bool _UnregisterSceneObserver(qzk::Observer& observer) {
+        return DoUnregisterObserver(observer);
+    }
 
     // Posts the event with one 32-bit payload / with none.
     void _PostUInt32(unsigned char id, unsigned int value);
@@ -268,8 +270,7 @@ bool BaseScene::_RegisterSceneObserver(SceneT* scene, ObserverT& observer) {
     qzk::Observable::DefaultRegisterInitHelper<SceneT, ObserverT> helper(scene, observer);
     BaseScene* base = scene;
     dp::WriteLocker lock(base->GetRWLock());
-    return base->_RegisterObserver(observer, proxy,
-                                   scene->_IsLoadInProgress() ? nullptr : &helper);
+    return base->_RegisterObserver(observer, proxy, scene->_IsLoadInProgress() ? nullptr : &helper);
 }
 
 } // namespace qzkapp::ecad

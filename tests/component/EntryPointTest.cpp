@@ -1,10 +1,10 @@
 // The component's door, in process: entry points and the factory's refusals.
 #include "component/EntryPoints.h"
 #include "component/GerberSource.h"
-#include "qzk/ViewableSource.h"
 #include "component/SceneApiFactory.h"
-#include "qzk/ecad/PCBView.h"
 #include "qzk/Scene.h"
+#include "qzk/ViewableSource.h"
+#include "qzk/ecad/PCBView.h"
 #include "scene/SceneFixture.h"
 
 #include <gtest/gtest.h>
@@ -68,8 +68,8 @@ bool Gerber(char const* path) {
 TEST(GerberSource, ExtensionIsFoundAnywhereInTheListWhateverItsCase) {
     EXPECT_TRUE(Gerber("/designs/top.gbr"));
     EXPECT_TRUE(Gerber("/designs/TOP.GBR")); // lower-cased before the search
-    EXPECT_TRUE(Gerber("/designs/outline"));  // no extension: the empty string is always found
-    EXPECT_TRUE(Gerber("/designs/top.gb"));   // a fragment of an entry passes too
+    EXPECT_TRUE(Gerber("/designs/outline")); // no extension: the empty string is always found
+    EXPECT_TRUE(Gerber("/designs/top.gb"));  // a fragment of an entry passes too
     EXPECT_FALSE(Gerber("/designs/board.json"));
     EXPECT_FALSE(Gerber("/designs/v1.2/board.brd"));
 }

@@ -1,9 +1,9 @@
 // The design loader and its events: reading, failures, newer versions, progress, cancelling and
 // completing held loads by hand.
+#include "qzloader/Loader.h"
 #include "qzk/EcadDesign.h"
 #include "qzk/Kernel.h"
 #include "qzloader/EcadDesignLoaderEvent.h"
-#include "qzloader/Loader.h"
 #include "qzref/Journal.h"
 #include "qzref/LoaderControl.h"
 #include "qzref/Messages.h"
@@ -20,7 +20,9 @@ namespace {
 using qzref::LoaderControl;
 using qzref::Messages;
 
-std::string Example(char const* name) { return std::string(QZ_EXAMPLES_DIR) + "/designs/" + name; }
+std::string Example(char const* name) {
+    return std::string(QZ_EXAMPLES_DIR) + "/designs/" + name;
+}
 
 class RecordingLoadEvent : public qzloader::EcadDesignLoaderEvent {
 public:

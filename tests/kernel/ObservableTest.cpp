@@ -1,10 +1,10 @@
 // qzk::Observable and qzk::Observer: event ids, registration with an init helper, unregistration
 // and the end of an observable.
+#include "qzk/Observable.h"
 #include "dom/MessageReader.h"
 #include "dom/ObserverProxy.h"
 #include "du/CommonAllocatorImpl.h"
 #include "qzk/Kernel.h"
-#include "qzk/Observable.h"
 #include "qzk/Observer.h"
 #include "qzref/Journal.h"
 #include "qzref/Messages.h"
@@ -118,10 +118,10 @@ TEST_F(ObservableTest, EventsAreNumberedFromANonZeroKernelIdAndReachHandleEventL
     EXPECT_EQ(observer.events,
               (std::vector<Event>{{static_cast<unsigned char>(base + 1), 42u}, {base, 0u}}));
     std::string const name = observable.GetObjectName().str();
-    EXPECT_EQ(qzref::Journal::Since(mark),
-              (std::vector<std::string>{
-                  name + ".PostObservableEvent(" + std::to_string(base + 1) + ")",
-                  name + ".PostObservableEvent(" + std::to_string(base) + ")"}));
+    EXPECT_EQ(
+        qzref::Journal::Since(mark),
+        (std::vector<std::string>{name + ".PostObservableEvent(" + std::to_string(base + 1) + ")",
+                                  name + ".PostObservableEvent(" + std::to_string(base) + ")"}));
 }
 
 TEST_F(ObservableTest, RegisterInitHelperRunsOnceForTheNewObserverOnly) {
@@ -205,8 +205,8 @@ TEST_F(ObservableTest, ObserverThatEndsWhileRegisteredLeavesTheList) {
     {
         RecordingObserver shortLived;
         observable.Register(shortLived, false);
-        observable.PostObservableEvent(qzk::Observable::SimpleEvent(TestObservable::GetNextEventId()),
-                                       false);
+        observable.PostObservableEvent(
+            qzk::Observable::SimpleEvent(TestObservable::GetNextEventId()), false);
     }
     EXPECT_EQ(observable.GetObserverCount(), 0u);
     Messages::PumpUntilIdle();

@@ -44,9 +44,7 @@ TEST(SmartPtr, HookThatRefusesKeepsTheObjectWithOneReference) {
     int deaths = 0;
     bool keep = true;
     auto* raw = new Tracked(&deaths, &keep);
-    {
-        du::SmartPtr<Tracked> a(raw);
-    }
+    { du::SmartPtr<Tracked> a(raw); }
     EXPECT_EQ(deaths, 0);
     EXPECT_EQ(raw->hookCalls, 1);
     EXPECT_EQ(raw->GetReferenceCount(), 1);

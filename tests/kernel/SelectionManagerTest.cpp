@@ -1,6 +1,6 @@
 // The selection manager: its notices, their order and payload, and the end of the manager.
-#include "qzk/SelectionItem.h"
 #include "qzk/SelectionManager.h"
+#include "qzk/SelectionItem.h"
 #include "qzk/SelectionObserver.h"
 #include "qzref/Journal.h"
 #include "qzref/Messages.h"
@@ -79,8 +79,8 @@ TEST_F(SelectionManagerTest, NoticesCarryTheRemovedItemsThirdAndTheAddedFourth) 
     EXPECT_TRUE(recorder_.notices.empty());
 
     Messages::PumpUntilIdle();
-    EXPECT_EQ(recorder_.notices, (std::vector<std::string>{"0 kept - +ab", "0 kept -b +c",
-                                                           "0 kept -a +"}));
+    EXPECT_EQ(recorder_.notices,
+              (std::vector<std::string>{"0 kept - +ab", "0 kept -b +c", "0 kept -a +"}));
     EXPECT_EQ(Names(manager_->GetItems(0)), "c");
 }
 
@@ -94,9 +94,8 @@ TEST_F(SelectionManagerTest, ReplaceAndClearAreToldAsCleared) {
     EXPECT_EQ(manager_->ApplyItems(4, {a_}, qzk::SelectionManager::add), 1u);
 
     Messages::PumpUntilIdle();
-    EXPECT_EQ(recorder_.notices,
-              (std::vector<std::string>{"1 kept - +ab", "1 cleared - +c", "1 cleared - +",
-                                        "4 kept - +a"}));
+    EXPECT_EQ(recorder_.notices, (std::vector<std::string>{"1 kept - +ab", "1 cleared - +c",
+                                                           "1 cleared - +", "4 kept - +a"}));
     EXPECT_TRUE(manager_->GetItems(3).empty());
 }
 

@@ -129,7 +129,8 @@ public:
 };
 
 TEST_F(UndoListTest, StepThatRecordsDuringRedoDoesNotDeadlock) {
-    qzk::RecordOperation(MakeOperation("reset", {du::SmartPtr<qzk::OperationStep>(new RecordingStep())}));
+    qzk::RecordOperation(
+        MakeOperation("reset", {du::SmartPtr<qzk::OperationStep>(new RecordingStep())}));
     UndoControl::Undo();
     UndoControl::Redo();
     EXPECT_EQ(UndoControl::GetUndoNames(), (std::vector<std::string>{"fresh", "reset"}));

@@ -1,8 +1,8 @@
 // The world, its preferences and its notices; starting and stopping the platform.
+#include "qzk/World.h"
 #include "dg/Color.h"
 #include "qzk/Kernel.h"
 #include "qzk/Preferences.h"
-#include "qzk/World.h"
 #include "qzk/WorldObserver.h"
 #include "qzref/Journal.h"
 #include "qzref/Messages.h"

@@ -33,8 +33,10 @@ TEST_F(DisplayPriority, MoveRecordsANamedEntryThatUndoesAndRedoes) {
     scene->DrawOrderMoveLayer(4, 1, true);
     EXPECT_EQ(Order(), (Layers{1, 4, 2, 3, 5}));
     EXPECT_EQ(kernel->GetDrawOrder(), (Layers{1, 4, 2, 3, 5}));
-    EXPECT_EQ(Calls({"SetDrawOrder"}), std::vector<std::string>{"SetDrawOrder([1 4 2 3 5], false, false)"});
-    EXPECT_EQ(qzref::UndoControl::GetUndoNames(), std::vector<std::string>{"Display priority of Top"});
+    EXPECT_EQ(Calls({"SetDrawOrder"}),
+              std::vector<std::string>{"SetDrawOrder([1 4 2 3 5], false, false)"});
+    EXPECT_EQ(qzref::UndoControl::GetUndoNames(),
+              std::vector<std::string>{"Display priority of Top"});
     EXPECT_EQ(recorder.Take(), std::vector<std::string>{"draworder"});
 
     ASSERT_TRUE(qzref::UndoControl::Undo());
@@ -115,7 +117,8 @@ TEST_F(DisplayPriority, InversionIsItsOwnInverseAndResetDropsIt) {
     scene->ResetDrawOrder(true);
     EXPECT_EQ(Order(), (Layers{2, 1}));
     EXPECT_FALSE(scene->GetInvertLayers());
-    EXPECT_EQ(qzref::UndoControl::GetUndoNames(), std::vector<std::string>{"Reset display priority"});
+    EXPECT_EQ(qzref::UndoControl::GetUndoNames(),
+              std::vector<std::string>{"Reset display priority"});
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_EQ(Order(), (Layers{5, 4, 3, 2, 1}));
     EXPECT_TRUE(scene->GetInvertLayers());

@@ -63,7 +63,8 @@ TEST_F(GroupColors, ColoursThatComeFirstWaitForTheGroupsAndALoadedDesign) {
     scene->UpdateGroups(more);
     EXPECT_TRUE(scene->Pending().empty());
     EXPECT_EQ(ColorOf("power"), 0x01DC0000u);
-    EXPECT_EQ(Calls({"ClearGroupAppearances"}), std::vector<std::string>{"ClearGroupAppearances(2)"});
+    EXPECT_EQ(Calls({"ClearGroupAppearances"}),
+              std::vector<std::string>{"ClearGroupAppearances(2)"});
     EXPECT_EQ(recorder.Take(), std::vector<std::string>{"groups 1"});
 
     // The same list again changes nothing: no event and no look dropped.

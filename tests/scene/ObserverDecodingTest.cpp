@@ -16,13 +16,19 @@
 namespace {
 
 // The first id of every scene; a scene's own ids are protected, the test scene opens them.
-unsigned char FirstId() { return scenetest::TestScene::DRAWORDER_CHANGED_EVENT(); }
+unsigned char FirstId() {
+    return scenetest::TestScene::DRAWORDER_CHANGED_EVENT();
+}
 
 class BaseRecorder : public qzkapp::ecad::BaseSceneObserver {
 public:
     void DetachObserver() override {}
-    void OnHighlightChanged(unsigned int count) override { text = "highlight " + std::to_string(count); }
-    void OnAssocHighlightColorChanged(unsigned int c) override { text = "assoc " + std::to_string(c); }
+    void OnHighlightChanged(unsigned int count) override {
+        text = "highlight " + std::to_string(count);
+    }
+    void OnAssocHighlightColorChanged(unsigned int c) override {
+        text = "assoc " + std::to_string(c);
+    }
     std::string text;
 };
 

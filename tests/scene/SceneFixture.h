@@ -107,7 +107,9 @@ public:
     std::vector<std::string> log;
 };
 
-inline std::string Board() { return std::string(QZ_EXAMPLES_DIR) + "/designs/four-layer-board.json"; }
+inline std::string Board() {
+    return std::string(QZ_EXAMPLES_DIR) + "/designs/four-layer-board.json";
+}
 
 // The journal lines since the last Clear whose operation is one of ops, without the
 // receiver's name.
@@ -128,7 +130,6 @@ inline std::vector<std::string> Calls(std::vector<std::string> const& ops) {
     }
     return out;
 }
-
 
 // A running platform, a kernel board scene and a test scene bound to it, as the factory would
 // leave them: only the kernel scene holds the API scene.

@@ -50,7 +50,9 @@ public:
     bool IsNull() const noexcept { return ptr_ == nullptr; }
     void Reset() { Assign(nullptr); }
 
-    friend bool operator==(SmartPtr const& a, SmartPtr const& b) noexcept { return a.ptr_ == b.ptr_; }
+    friend bool operator==(SmartPtr const& a, SmartPtr const& b) noexcept {
+        return a.ptr_ == b.ptr_;
+    }
     friend bool operator==(SmartPtr const& a, std::nullptr_t) noexcept { return a.ptr_ == nullptr; }
     friend bool operator<(SmartPtr const& a, SmartPtr const& b) noexcept {
         return std::less<T*>()(a.ptr_, b.ptr_);
@@ -88,5 +90,7 @@ template <class U, class T> SmartPtr<U> DynamicCast(SmartPtr<T> const& p) {
 } // namespace du
 
 template <class T> struct std::hash<du::SmartPtr<T>> {
-    std::size_t operator()(du::SmartPtr<T> const& p) const noexcept { return std::hash<T*>()(p.Get()); }
+    std::size_t operator()(du::SmartPtr<T> const& p) const noexcept {
+        return std::hash<T*>()(p.Get());
+    }
 };

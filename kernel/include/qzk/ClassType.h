@@ -14,7 +14,9 @@ class ClassType {
 public:
     explicit ClassType(unsigned int id) noexcept : id_(id) {}
     unsigned int GetId() const noexcept { return id_; }
-    friend bool operator==(ClassType const& a, ClassType const& b) noexcept { return a.id_ == b.id_; }
+    friend bool operator==(ClassType const& a, ClassType const& b) noexcept {
+        return a.id_ == b.id_;
+    }
 
     // Records the direct parents of a class id. Returns true so it can seed a static.
     static bool RegisterClass(unsigned int id, std::initializer_list<unsigned int> parents);

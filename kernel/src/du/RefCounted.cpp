@@ -8,7 +8,9 @@ RefCounted::~RefCounted() {
     assert(count_.load() == 0 && "reference-counted object destroyed with references left");
 }
 
-bool RefCounted::ZeroReferenceCountHook() const { return true; }
+bool RefCounted::ZeroReferenceCountHook() const {
+    return true;
+}
 
 int RefCounted::AddReference(void* /*holder*/) const {
     return count_.fetch_add(1, std::memory_order_relaxed) + 1;

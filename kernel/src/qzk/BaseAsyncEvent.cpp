@@ -12,10 +12,11 @@ BaseAsyncEvent::BaseAsyncEvent() {
     proxy_ = new (block) dom::ObserverProxy(*this);
 }
 
-BaseAsyncEvent::~BaseAsyncEvent() { DetachFromMessageLoop(); }
+BaseAsyncEvent::~BaseAsyncEvent() {
+    DetachFromMessageLoop();
+}
 
-bool BaseAsyncEvent::CompleteWithStatus(int status, du::Symbol const& text,
-                                        unsigned short number) {
+bool BaseAsyncEvent::CompleteWithStatus(int status, du::Symbol const& text, unsigned short number) {
     {
         std::lock_guard lock(mutex_);
         if (complete_.load(std::memory_order_relaxed)) {
@@ -42,11 +43,17 @@ void BaseAsyncEvent::CompleteWithError(du::Symbol const& text, unsigned short nu
     CompleteWithStatus(StatusError, text, number);
 }
 
-void BaseAsyncEvent::Complete() { CompleteWithStatus(StatusSuccess, du::Symbol::EMPTY, 0); }
+void BaseAsyncEvent::Complete() {
+    CompleteWithStatus(StatusSuccess, du::Symbol::EMPTY, 0);
+}
 
-void BaseAsyncEvent::Progress(unsigned char percent) { QueueToSelf(ProgressId, percent, nullptr); }
+void BaseAsyncEvent::Progress(unsigned char percent) {
+    QueueToSelf(ProgressId, percent, nullptr);
+}
 
-void BaseAsyncEvent::Status(du::Symbol status) { QueueToSelf(StatusId, 0, &status); }
+void BaseAsyncEvent::Status(du::Symbol status) {
+    QueueToSelf(StatusId, 0, &status);
+}
 
 void BaseAsyncEvent::Cancel() {
     canceled_.store(true, std::memory_order_release);
@@ -128,6 +135,8 @@ void BaseAsyncEvent::OnCompleted(int /*status*/) {}
 
 void BaseAsyncEvent::OnStatus(du::Symbol /*status*/) {}
 
-bool BaseAsyncEvent::RunOnCompleteInTask() const { return false; }
+bool BaseAsyncEvent::RunOnCompleteInTask() const {
+    return false;
+}
 
 } // namespace qzk

@@ -37,7 +37,9 @@ ClassType const& Kernel::GetClassType() const {
     return type;
 }
 
-char const* Kernel::GetObjectClass() const { return "qzk::Kernel"; }
+char const* Kernel::GetObjectClass() const {
+    return "qzk::Kernel";
+}
 
 bool Kernel::ManageObject(du::SmartPtr<dom::ManagedObject> const& object) {
     qzref::Journal::Record("Kernel", "ManageObject",

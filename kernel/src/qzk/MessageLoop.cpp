@@ -14,7 +14,9 @@ uint64 MakeHandle(std::uint32_t generation, std::uint32_t index) {
     return (static_cast<uint64>(generation) << 32) | index;
 }
 
-std::uint32_t IndexOf(uint64 handle) { return static_cast<std::uint32_t>(handle); }
+std::uint32_t IndexOf(uint64 handle) {
+    return static_cast<std::uint32_t>(handle);
+}
 
 } // namespace
 
@@ -23,7 +25,9 @@ MessageLoop& MessageLoop::Get() {
     return loop;
 }
 
-MessageLoop::~MessageLoop() { StopDispatcher(); }
+MessageLoop::~MessageLoop() {
+    StopDispatcher();
+}
 
 MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
     std::uint32_t const index = IndexOf(handle);
@@ -197,7 +201,9 @@ void MessageLoop::RecordError(uint64 handle, std::string const& what) {
     errors_.push_back(where + ": " + what);
 }
 
-bool MessageLoop::PumpOne() { return DeliverNext(); }
+bool MessageLoop::PumpOne() {
+    return DeliverNext();
+}
 
 std::size_t MessageLoop::PumpUntilIdle() {
     std::size_t count = 0;
@@ -251,7 +257,9 @@ bool MessageLoop::StopDispatcher() {
     return true;
 }
 
-bool MessageLoop::IsDispatcherRunning() const { return dispatcherRunning_.load(); }
+bool MessageLoop::IsDispatcherRunning() const {
+    return dispatcherRunning_.load();
+}
 
 void MessageLoop::Dispatch() {
     for (;;) {

@@ -21,7 +21,9 @@ Object::Object() : serial_(++g_serial) {}
 
 Object::~Object() = default;
 
-du::Symbol Object::GetDebugClassName() const { return du::Symbol("qzk::Object"); }
+du::Symbol Object::GetDebugClassName() const {
+    return du::Symbol("qzk::Object");
+}
 
 bool Object::IsATypeOfId(unsigned int id) const {
     std::vector<unsigned int> ids;
@@ -33,7 +35,9 @@ void Object::GetClassTypes(std::vector<unsigned int>& out) const {
     out = ClassType::Lineage(GetClassType().GetId());
 }
 
-bool Object::IsATypeOf(ClassType const& type) const { return IsATypeOfId(type.GetId()); }
+bool Object::IsATypeOf(ClassType const& type) const {
+    return IsATypeOfId(type.GetId());
+}
 
 void Object::AddUserData(unsigned int key, void* data) {
     std::lock_guard lock(mutex_);

@@ -20,14 +20,18 @@ std::mutex& TieMutex() {
 // Tags below this are the kernel's (qzk::Observer's begin, end and unregister notices).
 constexpr unsigned char kNextEventId = 17;
 
-std::string ObserverName(dom::Observer const& observer) { return observer.GetObjectClass(); }
+std::string ObserverName(dom::Observer const& observer) {
+    return observer.GetObjectClass();
+}
 
 } // namespace
 
 Observable::_RegisterInitHelper::_RegisterInitHelper() = default;
 Observable::_RegisterInitHelper::~_RegisterInitHelper() = default;
 
-void Observable::SimpleEvent::Post(dom::ObserverProxy* proxy) const { proxy->PushUInt8Value(id_); }
+void Observable::SimpleEvent::Post(dom::ObserverProxy* proxy) const {
+    proxy->PushUInt8Value(id_);
+}
 
 void Observable::UInt32Event::Post(dom::ObserverProxy* proxy) const {
     proxy->PushUInt8Value(id_);
@@ -44,7 +48,9 @@ Observable::~Observable() {
     }
 }
 
-unsigned char Observable::GetNextEventId() noexcept { return kNextEventId; }
+unsigned char Observable::GetNextEventId() noexcept {
+    return kNextEventId;
+}
 
 bool Observable::IsRegistered(Observer const& observer) const {
     return dom::Observable::HasObserver(observer);

@@ -23,7 +23,9 @@ void Observer::EventHandler(dom::MessageReader& reader) {
     HandleEvent(id, reader);
 }
 
-bool Observer::RequiresBeginEnd() const { return false; }
+bool Observer::RequiresBeginEnd() const {
+    return false;
+}
 
 void Observer::OnBeginUpdate() {}
 
@@ -57,8 +59,12 @@ bool Observer::Unregister() {
     return true;
 }
 
-bool Observer::ZeroReferenceCountHook() const { return dom::Observer::ZeroReferenceCountHook(); }
+bool Observer::ZeroReferenceCountHook() const {
+    return dom::Observer::ZeroReferenceCountHook();
+}
 
-Observable* Observer::GetObservable() const { return Observable::TieOf(*this); }
+Observable* Observer::GetObservable() const {
+    return Observable::TieOf(*this);
+}
 
 } // namespace qzk

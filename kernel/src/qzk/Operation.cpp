@@ -33,7 +33,9 @@ std::vector<du::SmartPtr<OperationStep>> Operation::GetSteps() const {
     return steps_;
 }
 
-std::string Operation::GetJournalName() const { return "Operation(" + qzref::Fmt(name_) + ")"; }
+std::string Operation::GetJournalName() const {
+    return "Operation(" + qzref::Fmt(name_) + ")";
+}
 
 void RecordOperation(du::SmartPtr<Operation> const& operation) {
     qzref::Journal::Record("Kernel", "RecordOperation",

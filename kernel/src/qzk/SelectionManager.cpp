@@ -89,7 +89,9 @@ bool Contains(Items const& items, du::SmartPtr<SelectionItem> const& item) {
 
 SelectionManager::SelectionManager() = default;
 
-SelectionManager::~SelectionManager() { NotifyDestroyed(); }
+SelectionManager::~SelectionManager() {
+    NotifyDestroyed();
+}
 
 ClassType const& SelectionManager::GetClassType() const {
     static ClassType const type(classid::SelectionManager);
@@ -176,7 +178,8 @@ unsigned int SelectionManager::ApplyItems(unsigned int channel, Items const& ite
     if (cleared || count != 0) {
         // A cleared notice lists no removed items: cleared says that all of them went.
         Items const none;
-        observers_.PostEvent(SelectionChangedEvent(channel, cleared, cleared ? none : removed, added));
+        observers_.PostEvent(
+            SelectionChangedEvent(channel, cleared, cleared ? none : removed, added));
     }
     return count;
 }
@@ -197,6 +200,8 @@ void SelectionManager::NotifyDestroyed() {
     observers_.PostEvent(DestroyedEvent());
 }
 
-void SelectionManager::_OnDestroy() { NotifyDestroyed(); }
+void SelectionManager::_OnDestroy() {
+    NotifyDestroyed();
+}
 
 } // namespace qzk

@@ -26,7 +26,9 @@ bool ReadItems(dom::MessageReader& reader, std::vector<du::SmartPtr<SelectionIte
 
 SelectionObserver::SelectionObserver() = default;
 
-SelectionObserver::~SelectionObserver() { DetachFromMessageLoop(); }
+SelectionObserver::~SelectionObserver() {
+    DetachFromMessageLoop();
+}
 
 void SelectionObserver::EventHandler(dom::MessageReader& reader) {
     unsigned char id = 0;

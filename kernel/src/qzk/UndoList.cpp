@@ -9,7 +9,9 @@ namespace qzk {
 
 UndoList::UndoList() = default;
 
-UndoList::~UndoList() { Clear(); }
+UndoList::~UndoList() {
+    Clear();
+}
 
 void UndoList::Record(du::SmartPtr<Operation> const& operation) {
     std::vector<du::SmartPtr<Operation>> dropped;

@@ -42,12 +42,14 @@ ClassType const& World::GetClassType() const {
     return type;
 }
 
-du::SmartPtr<Preferences> World::GetPreferences() const { return preferences_; }
+du::SmartPtr<Preferences> World::GetPreferences() const {
+    return preferences_;
+}
 
 bool World::RegisterObserver(du::SmartPtr<WorldObserver> const& observer, bool keepAlive) {
-    qzref::Journal::Record("World", "RegisterObserver",
-                           {observer ? std::string(observer->GetObjectClass()) : "null",
-                            qzref::Fmt(keepAlive)});
+    qzref::Journal::Record(
+        "World", "RegisterObserver",
+        {observer ? std::string(observer->GetObjectClass()) : "null", qzref::Fmt(keepAlive)});
     if (!observer) {
         return false;
     }
@@ -82,15 +84,25 @@ bool World::DeregisterObserver(du::SmartPtr<WorldObserver> const& observer) {
     return true;
 }
 
-void World::PostNotice(unsigned char id) { observers_.PostEvent(Observable::SimpleEvent(id)); }
+void World::PostNotice(unsigned char id) {
+    observers_.PostEvent(Observable::SimpleEvent(id));
+}
 
-void World::NotifyPreferencesChanged() { PostNotice(WorldObserver::PreferencesChangedId); }
+void World::NotifyPreferencesChanged() {
+    PostNotice(WorldObserver::PreferencesChangedId);
+}
 
-void World::NotifyWorldDestroyed() { PostNotice(WorldObserver::WorldDestroyedId); }
+void World::NotifyWorldDestroyed() {
+    PostNotice(WorldObserver::WorldDestroyedId);
+}
 
-void World::NotifyLanguageChanged() { PostNotice(WorldObserver::LanguageChangedId); }
+void World::NotifyLanguageChanged() {
+    PostNotice(WorldObserver::LanguageChangedId);
+}
 
-std::size_t World::GetObserverCount() const { return observers_.GetObserverCount(); }
+std::size_t World::GetObserverCount() const {
+    return observers_.GetObserverCount();
+}
 
 void World::_OnDestroy() {}
 

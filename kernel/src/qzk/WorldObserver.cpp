@@ -6,7 +6,9 @@ namespace qzk {
 
 WorldObserver::WorldObserver() = default;
 
-WorldObserver::~WorldObserver() { DetachFromMessageLoop(); }
+WorldObserver::~WorldObserver() {
+    DetachFromMessageLoop();
+}
 
 void WorldObserver::EventHandler(dom::MessageReader& reader) {
     unsigned char id = 0;

@@ -99,17 +99,37 @@ void Journal::Clear() {
     state.lines.clear();
 }
 
-void Journal::SetEnabled(bool enabled) { GetState().enabled.store(enabled); }
-bool Journal::IsEnabled() { return GetState().enabled.load(std::memory_order_relaxed); }
+void Journal::SetEnabled(bool enabled) {
+    GetState().enabled.store(enabled);
+}
+bool Journal::IsEnabled() {
+    return GetState().enabled.load(std::memory_order_relaxed);
+}
 
-std::string Fmt(bool value) { return value ? "true" : "false"; }
-std::string Fmt(int value) { return std::to_string(value); }
-std::string Fmt(unsigned int value) { return std::to_string(value); }
-std::string Fmt(short value) { return std::to_string(value); }
-std::string Fmt(unsigned short value) { return std::to_string(value); }
-std::string Fmt(unsigned char value) { return std::to_string(value); }
-std::string Fmt(long value) { return std::to_string(value); }
-std::string Fmt(unsigned long value) { return std::to_string(value); }
+std::string Fmt(bool value) {
+    return value ? "true" : "false";
+}
+std::string Fmt(int value) {
+    return std::to_string(value);
+}
+std::string Fmt(unsigned int value) {
+    return std::to_string(value);
+}
+std::string Fmt(short value) {
+    return std::to_string(value);
+}
+std::string Fmt(unsigned short value) {
+    return std::to_string(value);
+}
+std::string Fmt(unsigned char value) {
+    return std::to_string(value);
+}
+std::string Fmt(long value) {
+    return std::to_string(value);
+}
+std::string Fmt(unsigned long value) {
+    return std::to_string(value);
+}
 
 std::string Fmt(double value) {
     char buffer[32];
@@ -123,8 +143,14 @@ std::string Fmt(ColorWord value) {
     return buffer;
 }
 
-std::string Fmt(char const* text) { return Fmt(std::string(text != nullptr ? text : "")); }
-std::string Fmt(std::string const& text) { return "\"" + text + "\""; }
-std::string Fmt(std::wstring const& text) { return Fmt(Utf8(text)); }
+std::string Fmt(char const* text) {
+    return Fmt(std::string(text != nullptr ? text : ""));
+}
+std::string Fmt(std::string const& text) {
+    return "\"" + text + "\"";
+}
+std::string Fmt(std::wstring const& text) {
+    return Fmt(Utf8(text));
+}
 
 } // namespace qzref
