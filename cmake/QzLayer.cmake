@@ -21,7 +21,7 @@ target_link_libraries(qzecad_objects PUBLIC qzkernel)
 
 add_library(qzecad SHARED $<TARGET_OBJECTS:qzecad_objects>)
 add_library(Qz::ecad ALIAS qzecad)
-set_target_properties(qzecad PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
+set_target_properties(qzecad PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0 EXPORT_NAME ecad)
 target_include_directories(qzecad PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/qzecad>)

@@ -1,11 +1,16 @@
-// Compiles against both umbrella headers and links both libraries.
+// Compiles against both umbrella headers and links both installed libraries.
 #include <qzecad.h>
 #include <qzkernel.h>
 
 #include <cstdio>
 
 int main() {
-    du::Symbol name("consumer");
-    std::printf("consumer built against the installed kernel: %s\n", name.safe_c_str());
-    return name.length() == 8 ? 0 : 1;
+    // An exported class of the layer, over a kernel record: both libraries must resolve.
+    qzkapp::ecad::SearchQueryInfo info;
+    info.SetDlgLastConfig(new queryinterface::SimpleQuery("U*"));
+    du::SmartPtr<du::RefCounted> factory;
+    bool const made = QZDllCreateComponent("qzapi", nullptr, "sceneapifactory", &factory);
+    std::printf("consumer: query \"%s\", factory %s\n", info.GetDlgLastConfig()->text.c_str(),
+                made ? "made" : "refused");
+    return made && info.GetDlgLastConfig()->text == "U*" ? 0 : 1;
 }
