@@ -76,6 +76,7 @@
 #include "qzk/ecad/BaseSceneObserver.h"
 #include "qzk/ecad/BaseView.h"
 #include "qzk/ecad/BaseViewObserver.h"
+#include "qzk/ecad/BoardScene.h"
 #include "qzk/ecad/ColorVisInfo.h"
 #include "qzk/ecad/CompareColorVis.h"
 #include "qzk/ecad/CompareColorVisPtrComparator.h"

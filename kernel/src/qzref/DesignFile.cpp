@@ -411,46 +411,14 @@ private:
             footprint->layer = comp->layer;
             footprint->owner = comp;
             comp->children.push_back(footprint);
-            json const& shapes = Array(item, "shapes", at, false);
-            for (std::size_t k = 0; k < shapes.size(); ++k) {
-                std::string const sat = At(at, "shapes", k);
-                json const& shapeItem = Object(shapes[k], sat);
-                DesignObject* shape = board->Add(std::make_unique<DesignObject>(
-                    IcmApiEcad::SHAPE,
-                    Text(shapeItem, "name", sat, false, name + ":" + std::to_string(k + 1))));
-                placed(shapeItem, sat, *shape);
-                shape->owner = footprint;
-                footprint->children.push_back(shape);
-            }
+            ReadParts(item, at, "shapes", IcmApiEcad::SHAPE, *board, footprint, name, placed);
             ReadPins(item, at, *board, comp, pins,
                      [&](json const& pin, std::string const& pat, DesignObject& object) {
                          placed(pin, pat, object);
                      });
         }
         Progress(75);
-        json const& nets = Array(root, "nets", "", false);
-        std::set<std::string> netNames;
-        std::set<std::string> connected;
-        for (std::size_t i = 0; i < nets.size(); ++i) {
-            std::string const at = At("", "nets", i);
-            json const& item = Object(nets[i], at);
-            std::string const name = Text(item, "name", at);
-            Unique(netNames, name, at + "/name", "net");
-            DesignObject* net =
-                board->AddNet(std::make_unique<DesignObject>(IcmApiEcad::NET, name));
-            ConnectPins(item, at, net, pins, connected);
-            json const& tracks = Array(item, "tracks", at, false);
-            for (std::size_t k = 0; k < tracks.size(); ++k) {
-                std::string const tat = At(at, "tracks", k);
-                json const& trackItem = Object(tracks[k], tat);
-                DesignObject* track = board->Add(std::make_unique<DesignObject>(
-                    IcmApiEcad::WIRE,
-                    Text(trackItem, "name", tat, false, name + ":" + std::to_string(k + 1))));
-                placed(trackItem, tat, *track);
-                track->owner = net;
-                net->children.push_back(track);
-            }
-        }
+        ReadNets(root, *board, pins, "tracks", placed);
         Progress(90);
         ReadImages(root, *board, false);
         return board;
@@ -472,6 +440,41 @@ private:
             pin->owner = component;
             component->children.push_back(pin);
             pins.emplace(name, pin);
+        }
+    }
+
+    // The objects listed under key, each owned by owner and named "<owner name>:<n>" (n from 1)
+    // unless it has a name of its own.
+    template <class Data, class Place>
+    void ReadParts(json const& item, std::string const& at, char const* key, int type, Data& data,
+                   DesignObject* owner, std::string const& ownerName, Place const& place) {
+        json const& parts = Array(item, key, at, false);
+        for (std::size_t k = 0; k < parts.size(); ++k) {
+            std::string const pat = At(at, key, k);
+            json const& partItem = Object(parts[k], pat);
+            DesignObject* part = data.Add(std::make_unique<DesignObject>(
+                type, Text(partItem, "name", pat, false, ownerName + ":" + std::to_string(k + 1))));
+            place(partItem, pat, *part);
+            part->owner = owner;
+            owner->children.push_back(part);
+        }
+    }
+
+    // The nets of a board or schematic, their pins and their wires (listed under wireKey).
+    template <class Data, class Place>
+    void ReadNets(json const& root, Data& data, std::map<std::string, DesignObject*> const& pins,
+                  char const* wireKey, Place const& place) {
+        json const& nets = Array(root, "nets", "", false);
+        std::set<std::string> netNames;
+        std::set<std::string> connected;
+        for (std::size_t i = 0; i < nets.size(); ++i) {
+            std::string const at = At("", "nets", i);
+            json const& item = Object(nets[i], at);
+            std::string const name = Text(item, "name", at);
+            Unique(netNames, name, at + "/name", "net");
+            DesignObject* net = data.AddNet(std::make_unique<DesignObject>(IcmApiEcad::NET, name));
+            ConnectPins(item, at, net, pins, connected);
+            ReadParts(item, at, wireKey, IcmApiEcad::WIRE, data, net, name, place);
         }
     }
 
@@ -547,30 +550,11 @@ private:
                      });
         }
         Progress(75);
-        json const& nets = Array(root, "nets", "", false);
-        std::set<std::string> netNames;
-        std::set<std::string> connected;
-        for (std::size_t i = 0; i < nets.size(); ++i) {
-            std::string const at = At("", "nets", i);
-            json const& item = Object(nets[i], at);
-            std::string const name = Text(item, "name", at);
-            Unique(netNames, name, at + "/name", "net");
-            DesignObject* net =
-                schematic->AddNet(std::make_unique<DesignObject>(IcmApiEcad::NET, name));
-            ConnectPins(item, at, net, pins, connected);
-            json const& wires = Array(item, "wires", at, false);
-            for (std::size_t k = 0; k < wires.size(); ++k) {
-                std::string const wat = At(at, "wires", k);
-                json const& wireItem = Object(wires[k], wat);
-                DesignObject* wire = schematic->Add(std::make_unique<DesignObject>(
-                    IcmApiEcad::WIRE,
-                    Text(wireItem, "name", wat, false, name + ":" + std::to_string(k + 1))));
-                onLayer(wireItem, wat, *wire);
-                onSheet(wireItem, wat, *wire);
-                wire->owner = net;
-                net->children.push_back(wire);
-            }
-        }
+        ReadNets(root, *schematic, pins, "wires",
+                 [&](json const& wire, std::string const& wat, DesignObject& object) {
+                     onLayer(wire, wat, object);
+                     onSheet(wire, wat, object);
+                 });
         Progress(90);
         ReadImages(root, *schematic, false);
         return schematic;

@@ -1,5 +1,7 @@
 #include "qzref/Journal.h"
 
+#include "du/StringConversion.h"
+
 #include <atomic>
 #include <cstdio>
 #include <mutex>
@@ -16,29 +18,6 @@ struct State {
 State& GetState() {
     static State state;
     return state;
-}
-
-std::string Utf8(std::wstring const& text) {
-    std::string out;
-    for (wchar_t wc : text) {
-        auto c = static_cast<char32_t>(wc);
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
 }
 
 } // namespace
@@ -150,7 +129,7 @@ std::string Fmt(std::string const& text) {
     return "\"" + text + "\"";
 }
 std::string Fmt(std::wstring const& text) {
-    return Fmt(Utf8(text));
+    return Fmt(du::WideStrToUtf8(text));
 }
 
 } // namespace qzref

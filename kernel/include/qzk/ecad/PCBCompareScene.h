@@ -6,6 +6,7 @@
 #pragma once
 
 #include "qzk/ecad/AppearanceItem.h"
+#include "qzk/ecad/BoardScene.h"
 #include "qzk/ecad/CompareColorVisPtrVec.h"
 #include "qzk/ecad/CompareScene.h"
 
@@ -16,7 +17,7 @@ namespace qzk::ecad {
 
 class PCBCompareSceneObserver;
 
-class PCBCompareScene : public CompareScene {
+class PCBCompareScene : public BoardScene<CompareScene, CompareColorVisPtrVec> {
 public:
     // Journalled as "qzk::ecad::PCBCompareScene.Create(<first path>, <second path>, <scene name>)".
     static void Create(du::SmartPtr<qzk::World> const& world,
@@ -38,36 +39,17 @@ public:
     // already.
     bool RegisterObserver(PCBCompareSceneObserver& observer);
     bool UnregisterObserver(PCBCompareSceneObserver& observer);
+    // SetIsolated, ClearIsolated, SetIsolateOnlyVisible, SetShowLogicalConnection and their
+    // readers come from BoardScene.
 
     // The rows are cloned: the kernel keeps what it was told, whatever the caller does to its
     // records later. Every call is told (OnSublayerColorVisChanged).
     void SetColorVisInfo(CompareColorVisPtrVec const& rows);
-    void SetIsolated(std::vector<AppearanceItem> const& items);
-    void ClearIsolated();
-    void SetIsolateOnlyVisible(bool onlyVisible);
-    void SetShowLogicalConnection(bool show);
-
-    // State readers.
-    CompareColorVisPtrVec GetColorVisInfo() const;
-    // The isolated items as last set; empty and IsIsolating false after ClearIsolated.
-    std::vector<AppearanceItem> GetIsolated() const;
-    bool IsIsolating() const;
-    bool GetIsolateOnlyVisible() const;
-    bool GetShowLogicalConnection() const;
 
 protected:
     PCBCompareScene(du::SmartPtr<qzk::World> const& world,
                     du::SmartPtr<AnnoSetTableEntry> const& entry,
                     std::vector<du::Symbol> const& paths);
-
-    int _AppearanceAspect(Switch which, bool& schematic) const override;
-
-private:
-    CompareColorVisPtrVec colorVis_;
-    std::vector<AppearanceItem> isolated_;
-    bool isolating_ = false;
-    bool isolateOnlyVisible_ = false;
-    bool showLogicalConnection_ = false;
 };
 
 } // namespace qzk::ecad

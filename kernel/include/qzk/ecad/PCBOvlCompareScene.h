@@ -6,6 +6,7 @@
 #pragma once
 
 #include "qzk/ecad/AppearanceItem.h"
+#include "qzk/ecad/BoardScene.h"
 #include "qzk/ecad/CompareScene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 
@@ -16,7 +17,7 @@ namespace qzk::ecad {
 
 class PCBOvlCompareSceneObserver;
 
-class PCBOvlCompareScene : public CompareScene {
+class PCBOvlCompareScene : public BoardScene<CompareScene, SublayerPCB_CVSet> {
 public:
     // Journalled as "qzk::ecad::PCBOvlCompareScene.Create(<first path>, <second path>, <scene
     // name>)".
@@ -39,35 +40,16 @@ public:
     // already.
     bool RegisterObserver(PCBOvlCompareSceneObserver& observer);
     bool UnregisterObserver(PCBOvlCompareSceneObserver& observer);
+    // SetIsolated, ClearIsolated, SetIsolateOnlyVisible, SetShowLogicalConnection and their
+    // readers come from BoardScene.
 
     // Every call is stored and told (OnSublayerVisChanged), changed or not.
     void SetColorVisInfo(SublayerPCB_CVSet const& set);
-    void SetIsolated(std::vector<AppearanceItem> const& items);
-    void ClearIsolated();
-    void SetIsolateOnlyVisible(bool onlyVisible);
-    void SetShowLogicalConnection(bool show);
-
-    // State readers.
-    SublayerPCB_CVSet GetColorVisInfo() const;
-    // The isolated items as last set; empty and IsIsolating false after ClearIsolated.
-    std::vector<AppearanceItem> GetIsolated() const;
-    bool IsIsolating() const;
-    bool GetIsolateOnlyVisible() const;
-    bool GetShowLogicalConnection() const;
 
 protected:
     PCBOvlCompareScene(du::SmartPtr<qzk::World> const& world,
                        du::SmartPtr<AnnoSetTableEntry> const& entry,
                        std::vector<du::Symbol> const& paths);
-
-    int _AppearanceAspect(Switch which, bool& schematic) const override;
-
-private:
-    SublayerPCB_CVSet colorVis_;
-    std::vector<AppearanceItem> isolated_;
-    bool isolating_ = false;
-    bool isolateOnlyVisible_ = false;
-    bool showLogicalConnection_ = false;
 };
 
 } // namespace qzk::ecad

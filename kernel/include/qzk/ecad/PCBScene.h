@@ -5,6 +5,7 @@
 #pragma once
 
 #include "qzk/ecad/AppearanceItem.h"
+#include "qzk/ecad/BoardScene.h"
 #include "qzk/ecad/Scene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 
@@ -15,7 +16,7 @@ namespace qzk::ecad {
 
 class PCBSceneObserver;
 
-class PCBScene : public Scene {
+class PCBScene : public BoardScene<Scene, SublayerPCB_CVSet> {
 public:
     // Journalled as "qzk::ecad::PCBScene.Create(<path>, <scene name>)".
     static void Create(du::SmartPtr<qzk::World> const& world,
@@ -31,34 +32,15 @@ public:
     // already.
     bool RegisterObserver(PCBSceneObserver& observer);
     bool UnregisterObserver(PCBSceneObserver& observer);
+    // SetIsolated, ClearIsolated, SetIsolateOnlyVisible, SetShowLogicalConnection and their
+    // readers come from BoardScene.
 
     // Every call is stored and told (OnSublayerColorVisChanged), changed or not.
     void SetColorVisInfo(SublayerPCB_CVSet const& set);
-    void SetIsolated(std::vector<AppearanceItem> const& items);
-    void ClearIsolated();
-    void SetIsolateOnlyVisible(bool onlyVisible);
-    void SetShowLogicalConnection(bool show);
-
-    // State readers.
-    SublayerPCB_CVSet GetColorVisInfo() const;
-    // The isolated items as last set; empty and IsIsolating false after ClearIsolated.
-    std::vector<AppearanceItem> GetIsolated() const;
-    bool IsIsolating() const;
-    bool GetIsolateOnlyVisible() const;
-    bool GetShowLogicalConnection() const;
 
 protected:
     PCBScene(du::SmartPtr<qzk::World> const& world, du::SmartPtr<qzk::Instance> const& instance,
              du::SmartPtr<qzk::ViewableSource> const& source);
-
-    int _AppearanceAspect(Switch which, bool& schematic) const override;
-
-private:
-    SublayerPCB_CVSet colorVis_;
-    std::vector<AppearanceItem> isolated_;
-    bool isolating_ = false;
-    bool isolateOnlyVisible_ = false;
-    bool showLogicalConnection_ = false;
 };
 
 } // namespace qzk::ecad

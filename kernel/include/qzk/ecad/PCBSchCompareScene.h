@@ -7,6 +7,7 @@
 
 #include "qzk/EcadSource.h"
 #include "qzk/ecad/AppearanceItem.h"
+#include "qzk/ecad/BoardScene.h"
 #include "qzk/ecad/ColorVisInfo.h"
 #include "qzk/ecad/CompareScene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
@@ -22,7 +23,7 @@ namespace qzk::ecad {
 
 class PCBSchCompareSceneObserver;
 
-class PCBSchCompareScene : public CompareScene {
+class PCBSchCompareScene : public BoardScene<CompareScene, SublayerPCB_CVSet> {
 public:
     // Journalled as "qzk::ecad::PCBSchCompareScene.Create(<first path>, <second path>, <scene
     // name>)".
@@ -45,6 +46,8 @@ public:
     // already.
     bool RegisterObserver(PCBSchCompareSceneObserver& observer);
     bool UnregisterObserver(PCBSchCompareSceneObserver& observer);
+    // SetIsolated, ClearIsolated, SetIsolateOnlyVisible, SetShowLogicalConnection and their
+    // readers come from BoardScene.
 
     // Board colours; told as OnPcbSublayerColorVisChanged.
     void SetColorVisInfo(SublayerPCB_CVSet const& set);
@@ -58,13 +61,8 @@ public:
     // Count a redraw request of the first or second design's views.
     void SetFirstViewDirty();
     void SetSecondViewDirty();
-    void SetIsolated(std::vector<AppearanceItem> const& items);
-    void ClearIsolated();
-    void SetIsolateOnlyVisible(bool onlyVisible);
-    void SetShowLogicalConnection(bool show);
 
     // State readers.
-    SublayerPCB_CVSet GetColorVisInfo() const;
     std::map<short, ColorVisInfo> GetSublayerColorVisInfo() const;
     std::vector<short> GetPCBDrawOrder() const;
     bool GetPCBDrawOrderFlag() const;
@@ -73,35 +71,23 @@ public:
     unsigned int GetSecondViewDirtyCount() const;
     // _GetFirstType, for tests.
     qzk::EcadSource::EcadType GetFirstType() const { return _GetFirstType(); }
-    // The isolated items as last set; empty and IsIsolating false after ClearIsolated.
-    std::vector<AppearanceItem> GetIsolated() const;
-    bool IsIsolating() const;
-    bool GetIsolateOnlyVisible() const;
-    bool GetShowLogicalConnection() const;
 
 protected:
     PCBSchCompareScene(du::SmartPtr<qzk::World> const& world,
                        du::SmartPtr<AnnoSetTableEntry> const& entry,
                        std::vector<du::Symbol> const& paths);
 
-    int _AppearanceAspect(Switch which, bool& schematic) const override;
-
 private:
     friend class qzkapp::ecad::PCBSchCompareScene;
     // Whether the first design is the board (eBoard) or the schematic (eSchematic), from its data
     // once loaded, and before that from reading its file; eUnknown without a first design.
     qzk::EcadSource::EcadType _GetFirstType() const;
-    SublayerPCB_CVSet colorVis_;
     std::map<short, ColorVisInfo> schColorVis_;
     std::vector<short> pcbDrawOrder_;
     bool pcbDrawOrderFlag_ = false;
     std::vector<short> schDrawOrder_;
     unsigned int firstViewDirty_ = 0;
     unsigned int secondViewDirty_ = 0;
-    std::vector<AppearanceItem> isolated_;
-    bool isolating_ = false;
-    bool isolateOnlyVisible_ = false;
-    bool showLogicalConnection_ = false;
 };
 
 } // namespace qzk::ecad

@@ -46,7 +46,7 @@ void PCBCompareScene::Create(du::SmartPtr<qzk::World> const& world,
 PCBCompareScene::PCBCompareScene(du::SmartPtr<qzk::World> const& world,
                                  du::SmartPtr<AnnoSetTableEntry> const& entry,
                                  std::vector<du::Symbol> const& paths)
-    : CompareScene(world, entry, paths) {
+    : BoardScene(world, entry, paths) {
     (void)registered;
 }
 
@@ -70,109 +70,7 @@ bool PCBCompareScene::UnregisterObserver(PCBCompareSceneObserver& observer) {
 }
 
 void PCBCompareScene::SetColorVisInfo(CompareColorVisPtrVec const& rows) {
-    qzref::Journal::Record(GetObjectName().str(), "SetColorVisInfo", {qzref::Fmt(rows)});
-    CompareColorVisPtrVec copy;
-    rows.Clone(copy);
-    {
-        std::lock_guard lock(stateMutex_);
-        colorVis_.swap(copy);
-    }
-    _PostNotice(BaseSceneObserver::SublayerColorVisChangedEventId);
-}
-
-CompareColorVisPtrVec PCBCompareScene::GetColorVisInfo() const {
-    std::lock_guard lock(stateMutex_);
-    return colorVis_;
-}
-
-void PCBCompareScene::SetIsolated(std::vector<AppearanceItem> const& items) {
-    qzref::Journal::Record(GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
-    {
-        std::lock_guard lock(stateMutex_);
-        isolated_ = items;
-        isolating_ = true;
-    }
-    _PostNotice(BaseSceneObserver::IsolateEventId, [items](dom::ObserverProxy& p) {
-        detail::PushItems(p, items);
-        p.PushBooleanValue(true);
-    });
-}
-
-void PCBCompareScene::ClearIsolated() {
-    qzref::Journal::Record(GetObjectName().str(), "ClearIsolated");
-    {
-        std::lock_guard lock(stateMutex_);
-        isolated_.clear();
-        isolating_ = false;
-    }
-    _PostNotice(BaseSceneObserver::IsolateEventId, [](dom::ObserverProxy& p) {
-        detail::PushItems(p, {});
-        p.PushBooleanValue(false);
-    });
-}
-
-void PCBCompareScene::SetIsolateOnlyVisible(bool onlyVisible) {
-    qzref::Journal::Record(GetObjectName().str(), "SetIsolateOnlyVisible",
-                           {qzref::Fmt(onlyVisible)});
-    {
-        std::lock_guard lock(stateMutex_);
-        if (isolateOnlyVisible_ == onlyVisible) {
-            return;
-        }
-        isolateOnlyVisible_ = onlyVisible;
-    }
-    _PostNotice(BaseSceneObserver::IsolateOnlyVisibleChangedEventId,
-                [onlyVisible](dom::ObserverProxy& p) { p.PushBooleanValue(onlyVisible); });
-    _TellSwitch(Switch::IsolateOnlyVisible, onlyVisible);
-}
-
-void PCBCompareScene::SetShowLogicalConnection(bool show) {
-    qzref::Journal::Record(GetObjectName().str(), "SetShowLogicalConnection", {qzref::Fmt(show)});
-    {
-        std::lock_guard lock(stateMutex_);
-        if (showLogicalConnection_ == show) {
-            return;
-        }
-        showLogicalConnection_ = show;
-    }
-    _TellSwitch(Switch::ShowLogicalConnection, show);
-}
-
-std::vector<AppearanceItem> PCBCompareScene::GetIsolated() const {
-    std::lock_guard lock(stateMutex_);
-    return isolated_;
-}
-
-bool PCBCompareScene::IsIsolating() const {
-    std::lock_guard lock(stateMutex_);
-    return isolating_;
-}
-
-bool PCBCompareScene::GetIsolateOnlyVisible() const {
-    std::lock_guard lock(stateMutex_);
-    return isolateOnlyVisible_;
-}
-
-bool PCBCompareScene::GetShowLogicalConnection() const {
-    std::lock_guard lock(stateMutex_);
-    return showLogicalConnection_;
-}
-
-int PCBCompareScene::_AppearanceAspect(Switch which, bool& schematic) const {
-    schematic = false;
-    switch (which) {
-    case Switch::FillShapes:
-        return ePCBFillShapes;
-    case Switch::HighlightOnlyVisible:
-        return ePCBHighlightOnlyVisible;
-    case Switch::OverlapColor:
-        return ePCBOverlapColor;
-    case Switch::IsolateOnlyVisible:
-        return ePCBIsolateOnlyVisible;
-    case Switch::ShowLogicalConnection:
-        return ePCBShowLogicalConnection;
-    }
-    return -1;
+    _SetColorVis(rows, BaseSceneObserver::SublayerColorVisChangedEventId);
 }
 
 } // namespace qzk::ecad

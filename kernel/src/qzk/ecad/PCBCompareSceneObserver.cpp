@@ -5,59 +5,16 @@
 
 namespace qzk::ecad {
 
-namespace {
-
-std::set<PCBAppearance> ToAppearances(std::vector<unsigned int> const& values) {
-    std::set<PCBAppearance> out;
-    for (unsigned int value : values) {
-        out.insert(static_cast<PCBAppearance>(value));
-    }
-    return out;
-}
-
-} // namespace
-
 PCBCompareSceneObserver::PCBCompareSceneObserver() = default;
 PCBCompareSceneObserver::~PCBCompareSceneObserver() = default;
 
 void PCBCompareSceneObserver::HandleEvent(unsigned char id, dom::MessageReader& reader) {
     detail::Decoder in(reader, "qzk::ecad::PCBCompareSceneObserver", id);
+    if (detail::DecodeViewAndLook<PCBCompareView, PCBAppearance>(*this, in, id, false) ||
+        detail::DecodeBoardNotice(*this, in, id)) {
+        return;
+    }
     switch (id) {
-    case ViewCreateEventId:
-        OnViewCreate(in.ObjectAs<PCBCompareView>());
-        break;
-    case ViewRemoveEventId:
-        OnViewRemove(in.ObjectAs<PCBCompareView>());
-        break;
-    case AppearanceChangedEventId: {
-        // A notice about a schematic's look is not this scene's; it is read and dropped.
-        bool schematic = in.Bool();
-        std::set<PCBAppearance> on = ToAppearances(in.UInts());
-        std::set<PCBAppearance> off = ToAppearances(in.UInts());
-        if (!schematic) {
-            OnAppearanceChanged(on, off);
-        }
-        break;
-    }
-    case FillShapesChangedEventId:
-        OnFillShapesChanged(in.Bool());
-        break;
-    case IsolateEventId: {
-        std::vector<AppearanceItem> items = in.Items();
-        OnIsolate(items, in.Bool());
-        break;
-    }
-    case IsolateLayersEventId: {
-        std::vector<short> layers = in.Shorts();
-        OnIsolateLayers(layers, in.Bool());
-        break;
-    }
-    case IsolateOnlyVisibleChangedEventId:
-        OnIsolateOnlyVisibleChanged(in.Bool());
-        break;
-    case SlExcludedObjTypesChangedEventId:
-        OnSlExcludedObjTypesChanged();
-        break;
     case SublayerColorVisChangedEventId:
         OnSublayerColorVisChanged();
         break;

@@ -57,7 +57,7 @@ void PCBSchCompareScene::Create(du::SmartPtr<qzk::World> const& world,
 PCBSchCompareScene::PCBSchCompareScene(du::SmartPtr<qzk::World> const& world,
                                        du::SmartPtr<AnnoSetTableEntry> const& entry,
                                        std::vector<du::Symbol> const& paths)
-    : CompareScene(world, entry, paths) {
+    : BoardScene(world, entry, paths) {
     (void)registered;
 }
 
@@ -81,17 +81,7 @@ bool PCBSchCompareScene::UnregisterObserver(PCBSchCompareSceneObserver& observer
 }
 
 void PCBSchCompareScene::SetColorVisInfo(SublayerPCB_CVSet const& set) {
-    qzref::Journal::Record(GetObjectName().str(), "SetColorVisInfo", {qzref::Fmt(set)});
-    {
-        std::lock_guard lock(stateMutex_);
-        colorVis_ = set;
-    }
-    _PostNotice(BaseSceneObserver::PcbSublayerColorVisChangedEventId);
-}
-
-SublayerPCB_CVSet PCBSchCompareScene::GetColorVisInfo() const {
-    std::lock_guard lock(stateMutex_);
-    return colorVis_;
+    _SetColorVis(set, BaseSceneObserver::PcbSublayerColorVisChangedEventId);
 }
 
 void PCBSchCompareScene::SetSublayerColorVisInfo(std::map<short, ColorVisInfo> const& map) {
@@ -184,96 +174,6 @@ qzk::EcadSource::EcadType PCBSchCompareScene::_GetFirstType() const {
         return qzk::EcadSource::eSchematic;
     }
     return qzk::EcadSource::eUnknown;
-}
-
-void PCBSchCompareScene::SetIsolated(std::vector<AppearanceItem> const& items) {
-    qzref::Journal::Record(GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
-    {
-        std::lock_guard lock(stateMutex_);
-        isolated_ = items;
-        isolating_ = true;
-    }
-    _PostNotice(BaseSceneObserver::IsolateEventId, [items](dom::ObserverProxy& p) {
-        detail::PushItems(p, items);
-        p.PushBooleanValue(true);
-    });
-}
-
-void PCBSchCompareScene::ClearIsolated() {
-    qzref::Journal::Record(GetObjectName().str(), "ClearIsolated");
-    {
-        std::lock_guard lock(stateMutex_);
-        isolated_.clear();
-        isolating_ = false;
-    }
-    _PostNotice(BaseSceneObserver::IsolateEventId, [](dom::ObserverProxy& p) {
-        detail::PushItems(p, {});
-        p.PushBooleanValue(false);
-    });
-}
-
-void PCBSchCompareScene::SetIsolateOnlyVisible(bool onlyVisible) {
-    qzref::Journal::Record(GetObjectName().str(), "SetIsolateOnlyVisible",
-                           {qzref::Fmt(onlyVisible)});
-    {
-        std::lock_guard lock(stateMutex_);
-        if (isolateOnlyVisible_ == onlyVisible) {
-            return;
-        }
-        isolateOnlyVisible_ = onlyVisible;
-    }
-    _PostNotice(BaseSceneObserver::IsolateOnlyVisibleChangedEventId,
-                [onlyVisible](dom::ObserverProxy& p) { p.PushBooleanValue(onlyVisible); });
-    _TellSwitch(Switch::IsolateOnlyVisible, onlyVisible);
-}
-
-void PCBSchCompareScene::SetShowLogicalConnection(bool show) {
-    qzref::Journal::Record(GetObjectName().str(), "SetShowLogicalConnection", {qzref::Fmt(show)});
-    {
-        std::lock_guard lock(stateMutex_);
-        if (showLogicalConnection_ == show) {
-            return;
-        }
-        showLogicalConnection_ = show;
-    }
-    _TellSwitch(Switch::ShowLogicalConnection, show);
-}
-
-std::vector<AppearanceItem> PCBSchCompareScene::GetIsolated() const {
-    std::lock_guard lock(stateMutex_);
-    return isolated_;
-}
-
-bool PCBSchCompareScene::IsIsolating() const {
-    std::lock_guard lock(stateMutex_);
-    return isolating_;
-}
-
-bool PCBSchCompareScene::GetIsolateOnlyVisible() const {
-    std::lock_guard lock(stateMutex_);
-    return isolateOnlyVisible_;
-}
-
-bool PCBSchCompareScene::GetShowLogicalConnection() const {
-    std::lock_guard lock(stateMutex_);
-    return showLogicalConnection_;
-}
-
-int PCBSchCompareScene::_AppearanceAspect(Switch which, bool& schematic) const {
-    schematic = false;
-    switch (which) {
-    case Switch::FillShapes:
-        return ePCBFillShapes;
-    case Switch::HighlightOnlyVisible:
-        return ePCBHighlightOnlyVisible;
-    case Switch::OverlapColor:
-        return ePCBOverlapColor;
-    case Switch::IsolateOnlyVisible:
-        return ePCBIsolateOnlyVisible;
-    case Switch::ShowLogicalConnection:
-        return ePCBShowLogicalConnection;
-    }
-    return -1;
 }
 
 } // namespace qzk::ecad

@@ -6,23 +6,14 @@
 
 namespace qzk::ecad {
 
-namespace {
-
-template <class T> std::set<T> ToAppearances(std::vector<unsigned int> const& values) {
-    std::set<T> out;
-    for (unsigned int value : values) {
-        out.insert(static_cast<T>(value));
-    }
-    return out;
-}
-
-} // namespace
-
 PCBSchCompareSceneObserver::PCBSchCompareSceneObserver() = default;
 PCBSchCompareSceneObserver::~PCBSchCompareSceneObserver() = default;
 
 void PCBSchCompareSceneObserver::HandleEvent(unsigned char id, dom::MessageReader& reader) {
     detail::Decoder in(reader, "qzk::ecad::PCBSchCompareSceneObserver", id);
+    if (detail::DecodeBoardNotice(*this, in, id)) {
+        return;
+    }
     switch (id) {
     case ViewCreateEventId:
     case ViewRemoveEventId: {
@@ -37,34 +28,14 @@ void PCBSchCompareSceneObserver::HandleEvent(unsigned char id, dom::MessageReade
         }
         break;
     }
-    case AppearanceChangedEventId: {
-        bool schematic = in.Bool();
-        std::vector<unsigned int> on = in.UInts();
-        std::vector<unsigned int> off = in.UInts();
-        if (schematic) {
-            OnAppearanceChanged(ToAppearances<SchematicAppearance>(on),
-                                ToAppearances<SchematicAppearance>(off));
+    case AppearanceChangedEventId:
+        if (in.Bool()) {
+            std::set<SchematicAppearance> on = in.Looks<SchematicAppearance>();
+            OnAppearanceChanged(on, in.Looks<SchematicAppearance>());
         } else {
-            OnAppearanceChanged(ToAppearances<PCBAppearance>(on),
-                                ToAppearances<PCBAppearance>(off));
+            std::set<PCBAppearance> on = in.Looks<PCBAppearance>();
+            OnAppearanceChanged(on, in.Looks<PCBAppearance>());
         }
-        break;
-    }
-    case FillShapesChangedEventId:
-        OnFillShapesChanged(in.Bool());
-        break;
-    case IsolateEventId: {
-        std::vector<AppearanceItem> items = in.Items();
-        OnIsolate(items, in.Bool());
-        break;
-    }
-    case IsolateLayersEventId: {
-        std::vector<short> layers = in.Shorts();
-        OnIsolateLayers(layers, in.Bool());
-        break;
-    }
-    case IsolateOnlyVisibleChangedEventId:
-        OnIsolateOnlyVisibleChanged(in.Bool());
         break;
     case PcbDrawOrderChangedEventId:
         OnPcbDrawOrderChanged();
@@ -77,9 +48,6 @@ void PCBSchCompareSceneObserver::HandleEvent(unsigned char id, dom::MessageReade
         break;
     case SchSublayerColorVisChangedEventId:
         OnSchSublayerColorVisChanged();
-        break;
-    case SlExcludedObjTypesChangedEventId:
-        OnSlExcludedObjTypesChanged();
         break;
     default:
         CompareSceneObserver::HandleEvent(id, reader);

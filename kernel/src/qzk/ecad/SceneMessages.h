@@ -12,8 +12,10 @@
 #include "dom/ObserverProxy.h"
 #include "du/SmartPtr.h"
 #include "qzk/ecad/AppearanceItem.h"
+#include "qzk/ecad/BaseSceneObserver.h"
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -53,6 +55,14 @@ public:
     std::vector<short> Shorts();
     std::vector<AppearanceItem> Items();
     std::vector<unsigned int> UInts();
+    // The next list of values as aspects of a look (PCBAppearance or SchematicAppearance).
+    template <class Look> std::set<Look> Looks() {
+        std::set<Look> out;
+        for (unsigned int value : UInts()) {
+            out.insert(static_cast<Look>(value));
+        }
+        return out;
+    }
     du::SmartPtr<du::RefCounted> Object();
     // The next object cast to T; null when it is of another class.
     template <class T> du::SmartPtr<T> ObjectAs() {
@@ -67,5 +77,59 @@ private:
     char const* who_;
     unsigned char id_;
 };
+
+// The view and look notices of an observer that knows one view class and one kind of look
+// (schematic or not); a look notice of the other kind is read and dropped. false for other ids.
+template <class View, class Look, class Observer>
+bool DecodeViewAndLook(Observer& observer, Decoder& in, unsigned char id, bool schematic) {
+    switch (id) {
+    case BaseSceneObserver::ViewCreateEventId:
+        observer.OnViewCreate(in.ObjectAs<View>());
+        return true;
+    case BaseSceneObserver::ViewRemoveEventId:
+        observer.OnViewRemove(in.ObjectAs<View>());
+        return true;
+    case BaseSceneObserver::AppearanceChangedEventId: {
+        bool ofSchematic = in.Bool();
+        std::set<Look> on = in.Looks<Look>();
+        std::set<Look> off = in.Looks<Look>();
+        if (ofSchematic == schematic) {
+            observer.OnAppearanceChanged(on, off);
+        }
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+// The fill, isolation and excluded-type notices every board scene observer decodes alike; false
+// for other ids.
+template <class Observer>
+bool DecodeBoardNotice(Observer& observer, Decoder& in, unsigned char id) {
+    switch (id) {
+    case BaseSceneObserver::FillShapesChangedEventId:
+        observer.OnFillShapesChanged(in.Bool());
+        return true;
+    case BaseSceneObserver::IsolateEventId: {
+        std::vector<AppearanceItem> items = in.Items();
+        observer.OnIsolate(items, in.Bool());
+        return true;
+    }
+    case BaseSceneObserver::IsolateLayersEventId: {
+        std::vector<short> layers = in.Shorts();
+        observer.OnIsolateLayers(layers, in.Bool());
+        return true;
+    }
+    case BaseSceneObserver::IsolateOnlyVisibleChangedEventId:
+        observer.OnIsolateOnlyVisibleChanged(in.Bool());
+        return true;
+    case BaseSceneObserver::SlExcludedObjTypesChangedEventId:
+        observer.OnSlExcludedObjTypesChanged();
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace qzk::ecad::detail

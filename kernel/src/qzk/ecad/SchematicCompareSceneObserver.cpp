@@ -7,40 +7,15 @@
 
 namespace qzk::ecad {
 
-namespace {
-
-std::set<SchematicAppearance> ToAppearances(std::vector<unsigned int> const& values) {
-    std::set<SchematicAppearance> out;
-    for (unsigned int value : values) {
-        out.insert(static_cast<SchematicAppearance>(value));
-    }
-    return out;
-}
-
-} // namespace
-
 SchematicCompareSceneObserver::SchematicCompareSceneObserver() = default;
 SchematicCompareSceneObserver::~SchematicCompareSceneObserver() = default;
 
 void SchematicCompareSceneObserver::HandleEvent(unsigned char id, dom::MessageReader& reader) {
     detail::Decoder in(reader, "qzk::ecad::SchematicCompareSceneObserver", id);
-    switch (id) {
-    case ViewCreateEventId:
-        OnViewCreate(in.ObjectAs<SchematicCompareView>());
-        break;
-    case ViewRemoveEventId:
-        OnViewRemove(in.ObjectAs<SchematicCompareView>());
-        break;
-    case AppearanceChangedEventId: {
-        // A notice about a board's look is not this scene's; it is read and dropped.
-        bool schematic = in.Bool();
-        std::set<SchematicAppearance> on = ToAppearances(in.UInts());
-        std::set<SchematicAppearance> off = ToAppearances(in.UInts());
-        if (schematic) {
-            OnAppearanceChanged(on, off);
-        }
-        break;
+    if (detail::DecodeViewAndLook<SchematicCompareView, SchematicAppearance>(*this, in, id, true)) {
+        return;
     }
+    switch (id) {
     case SublayerColorVisChangedEventId:
         OnSublayerColorVisChanged();
         break;
