@@ -672,24 +672,16 @@ void BaseScene::_RecordHighlights(du::SmartPtr<qzk::Operation> const& op) {
 }
 
 void BaseScene::Highlight(ItemList const& items, du::SmartPtr<qzk::Operation> const& op) {
-    if (items.empty()) {
-        return;
-    }
-    dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene->BeginAppearanceUpdate()) {
-        return;
-    }
-    _RecordHighlights(op);
-    int const cleared = _ClearHighlights();
-    int const added = _AddToHighlights(items);
-    kernelScene->EndAppearanceUpdate();
-    if (cleared != 0 || added != 0) {
-        _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), static_cast<unsigned int>(highlights.size()));
-        kernelScene->SetViewsDirty();
-    }
+    _HighlightItems(items, op, true);
 }
 
 void BaseScene::AddToHighlights(ItemList const& items, du::SmartPtr<qzk::Operation> const& op) {
+    _HighlightItems(items, op, false);
+}
+
+void BaseScene::_HighlightItems(ItemList const& items, du::SmartPtr<qzk::Operation> const& op,
+                                bool replace) {
+    // An empty list changes nothing: ClearHighlights is the way to empty the set.
     if (items.empty()) {
         return;
     }
@@ -698,10 +690,18 @@ void BaseScene::AddToHighlights(ItemList const& items, du::SmartPtr<qzk::Operati
         return;
     }
     _RecordHighlights(op);
+    int const cleared = replace ? _ClearHighlights() : 0;
     int const added = _AddToHighlights(items);
+    // Unlike the other highlight operations, the associated looks are not written again here.
     kernelScene->EndAppearanceUpdate();
-    if (added != 0) {
-        _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), static_cast<unsigned int>(highlights.size()));
+    if (cleared != 0 || added != 0) {
+        _PostHighlightCount(static_cast<unsigned int>(highlights.size()), true);
+    }
+}
+
+void BaseScene::_PostHighlightCount(unsigned int count, bool redraw) {
+    _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), count);
+    if (redraw) {
         kernelScene->SetViewsDirty();
     }
 }
@@ -716,8 +716,7 @@ void BaseScene::ClearHighlights(du::SmartPtr<qzk::Operation> const& op) {
     _RewriteAssociatedLooks();
     kernelScene->EndAppearanceUpdate();
     if (cleared != 0) {
-        _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), 0);
-        kernelScene->SetViewsDirty();
+        _PostHighlightCount(0, true);
     }
 }
 
@@ -745,8 +744,7 @@ void BaseScene::Dehighlight(ItemList const& items, du::SmartPtr<qzk::Operation> 
     }
     _RewriteAssociatedLooks();
     kernelScene->EndAppearanceUpdate();
-    _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), static_cast<unsigned int>(highlights.size()));
-    kernelScene->SetViewsDirty();
+    _PostHighlightCount(static_cast<unsigned int>(highlights.size()), true);
 }
 
 bool BaseScene::IsHighlighted(du::SmartPtr<qzk::ecad::SelectionItem> const& item) {
@@ -776,10 +774,7 @@ void BaseScene::SetItems(HighlightContainer const& items, bool redraw) {
     _RewriteAssociatedLooks();
     kernelScene->EndAppearanceUpdate();
     if (count != 0) {
-        _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), static_cast<unsigned int>(highlights.size()));
-        if (redraw) {
-            kernelScene->SetViewsDirty();
-        }
+        _PostHighlightCount(static_cast<unsigned int>(highlights.size()), redraw);
     }
 }
 

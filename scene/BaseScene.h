@@ -259,6 +259,10 @@ private:
     int _ClearHighlights();
     void _RemoveHighlightItem(qzk::ecad::HighlightItem const& item);
     void _RecordHighlights(du::SmartPtr<qzk::Operation> const& op);
+    // Highlight (replace) and AddToHighlights share everything but the clear.
+    void _HighlightItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                         du::SmartPtr<qzk::Operation> const& op, bool replace);
+    void _PostHighlightCount(unsigned int count, bool redraw);
     void _RewriteSelectionLooks();
     void _RewriteAssociatedLooks();
 };
