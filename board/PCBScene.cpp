@@ -17,9 +17,9 @@
 #include "qzkapp/QzkApp.h"
 #include "qzkapp/SceneManager.h"
 #include "qzplugin/PluginHandlerIf.h"
+#include "scene/SceneLink.h"
+#include "scene/SelectionChannels.h"
 #include "scene/StepRecording.h"
-
-#include <atomic>
 
 namespace qzkapp::ecad {
 namespace {
@@ -32,16 +32,14 @@ public:
     ~PCBSceneObserver() override { DetachFromMessageLoop(); }
 
     bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override { scene_.store(nullptr); }
+    void DetachObserver() override { scene_.Cut(); }
     void OnGroupOverlapColorChanged() override {
-        if (PCBScene* scene = scene_.load()) {
-            scene->OnGroupOverlapColorChanged();
-        }
+        scene_.Call([](PCBScene& scene) { scene.OnGroupOverlapColorChanged(); });
     }
     bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
 
 private:
-    std::atomic<PCBScene*> scene_;
+    SceneLink<PCBScene> scene_;
 };
 
 // The exported observer class of the same short name is hidden in this file by the private one.
@@ -134,13 +132,8 @@ PCBScene::PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene)
     AddCVExpandedState(node, false);
 }
 
-PCBScene::~PCBScene() {
-    // Should the scene go without _OnDestroy (a failed start), the kernel's observer must not
-    // reach back into it.
-    if (sceneObserver) {
-        sceneObserver->DetachObserver();
-    }
-}
+// The scene observer's link is cut with the scene's others (BaseScene).
+PCBScene::~PCBScene() = default;
 
 qzk::ClassType const& PCBScene::GetClassType() const {
     return CLASS_TYPE;
@@ -196,8 +189,7 @@ void PCBScene::_OnDestroy() {
         if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
             board->UnregisterObserver(*sceneObserver);
         }
-        // A notice queued before the unregistering must find no scene.
-        sceneObserver->DetachObserver();
+        // A notice queued before the unregistering finds the link cut (OnDestroyQzkScene).
         sceneObserver = nullptr;
     }
     if (kernelScene) {
@@ -351,9 +343,10 @@ void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> co
     du::SmartPtr<qzk::SelectionManager> selectionManager;
     kernelScene->GetSelectionManager(selectionManager);
     if (selectionManager) {
-        selectionManager->ApplyItems(0, items, qzk::SelectionManager::replace);
+        selectionManager->ApplyItems(kSelectionChannel, items, qzk::SelectionManager::replace);
     }
-    OnSelectionChanged(0, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(), items);
+    OnSelectionChanged(kSelectionChannel, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(),
+                       items);
 }
 
 } // namespace qzkapp::ecad

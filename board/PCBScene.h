@@ -98,7 +98,7 @@ protected:
     static unsigned char ROTATION_CHANGED_EVENT();
     static unsigned char ISOLATEONLYVISIBLE_CHANGED_EVENT();
 
-    // The kernel keeps it alive too (ManageObject); its back pointer is cut in _OnDestroy.
+    // The kernel keeps it alive too (ManageObject); its link is cut when the scene ends.
     du::SmartPtr<qzk::ecad::PCBSceneObserver> sceneObserver;
     bool highlightOnlyVisible;
     bool isolateOnlyVisible;

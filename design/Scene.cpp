@@ -18,13 +18,12 @@ namespace qzkapp::ecad {
 namespace {
 
 // The completion of the scene's load. The kernel owns it and delivers OnCompleted on the thread
-// it chooses; the scene may have ended by then, and clears the back pointer when it does.
+// it chooses; the scene may have ended by then, and its link is cut when it does. A second load
+// leaves the first event linked: should it still complete, the scene hears it.
 class EcadDesignLoaderEvent : public qzloader::EcadDesignLoaderEvent {
 public:
     explicit EcadDesignLoaderEvent(Scene* scene) : scene_(scene) {}
     ~EcadDesignLoaderEvent() override { DetachFromMessageLoop(); }
-
-    void Forget() { scene_.store(nullptr); }
 
 private:
     // The scene shows no progress of its own.
@@ -32,11 +31,11 @@ private:
 
     void OnCompleted(int status) override;
 
-    std::atomic<Scene*> scene_;
+    SceneLink<Scene> scene_;
 };
 
-// Follows the kernel scene's annotation set so that images that come with the design reach the
-// scene. The back pointer is the scene's, cleared when the scene ends.
+// Follows the kernel scene's annotation set on the scene's behalf; the scene unregisters it and
+// cuts its link when it ends.
 class AnnotationSetObserver : public qzk::AnnotationSetObserver {
 public:
     explicit AnnotationSetObserver(Scene* scene) : scene_(scene) {}
@@ -44,10 +43,9 @@ public:
 
     // The scene ends the tie itself, in OnDestroyQzkScene.
     void DetachObserver() override {}
-    void Forget() { scene_.store(nullptr); }
 
 private:
-    std::atomic<Scene*> scene_;
+    SceneLink<Scene> scene_;
 };
 
 // The load's event, completed with a design's number and text.
@@ -111,11 +109,9 @@ public:
 namespace {
 
 void EcadDesignLoaderEvent::OnCompleted(int status) {
-    Scene* scene = scene_.load();
-    if (scene == nullptr) {
-        return;
-    }
-    SceneLoadCompletion::Complete(*scene, status, GetErrorNumber(), GetErrorText());
+    scene_.Call([&](Scene& scene) {
+        SceneLoadCompletion::Complete(scene, status, GetErrorNumber(), GetErrorText());
+    });
 }
 
 } // namespace
@@ -129,16 +125,8 @@ Scene::Scene(du::SmartPtr<qzk::ecad::Scene> const& scene, unsigned int highlight
     }
 }
 
-Scene::~Scene() {
-    _ForgetLoaderEvent();
-}
-
-void Scene::_ForgetLoaderEvent() {
-    if (loaderEvent) {
-        static_cast<EcadDesignLoaderEvent*>(loaderEvent.Get())->Forget();
-        loaderEvent = nullptr;
-    }
-}
+// The loader event's link was cut with the scene's others; the event itself is the kernel's.
+Scene::~Scene() = default;
 
 unsigned char Scene::GetBaseEventId() {
     return BaseScene::GetNextEventId();
@@ -205,6 +193,10 @@ void Scene::LoadEcadDesign() {
 
 void Scene::OnDesignLoaded() {
     dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        // Ended while the completion waited for the lock: nothing is left to fill or tell.
+        return;
+    }
     designLoading = false;
     loadError = 0;
     loadErrorText = du::Symbol::EMPTY;
@@ -215,6 +207,7 @@ void Scene::OnDesignLoaded() {
     }
     designData =
         design ? du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData()) : nullptr;
+    designLoaded.store(static_cast<bool>(designData), std::memory_order_release);
     loaderEvent = nullptr;
     // Observers hear of the design before the draw order and colours that follow from it.
     _PostDesignLoaded(0, du::Symbol::EMPTY);
@@ -225,6 +218,9 @@ void Scene::OnDesignLoaded() {
 
 void Scene::OnDesignLoadFailed(unsigned short error, du::Symbol const& text) {
     dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        return;
+    }
     designLoading = false;
     loadError = error;
     loadErrorText = text;
@@ -238,20 +234,22 @@ void Scene::OnDesignLoadFailed(unsigned short error, du::Symbol const& text) {
 
 void Scene::OnDestroyQzkScene() {
     if (annotationSetObserver) {
-        static_cast<AnnotationSetObserver*>(annotationSetObserver.Get())->Forget();
         annotationSetObserver->Unregister();
         annotationSetObserver = nullptr;
     }
-    // The kernel scene goes next; a load that completes after this has nothing left to fill.
-    _ForgetLoaderEvent();
+    // The kernel scene goes next; a load that completes after this finds the link cut.
+    loaderEvent = nullptr;
     BaseScene::OnDestroyQzkScene();
 }
 
 bool Scene::IsDesignLoaded() const {
-    return static_cast<bool>(designData);
+    // Unlocked, so that it can be asked from anywhere; the flag is published after designData.
+    return designLoaded.load(std::memory_order_acquire);
 }
 
 IcmApiEcad* Scene::GetIcmApiEcad() const {
+    // The completion writes designData under the lock, possibly on another thread.
+    dp::ReadLocker lock(GetRWLock());
     return designData ? designData->GetIcmApiEcad() : nullptr;
 }
 

@@ -3,8 +3,8 @@
 //
 // The load starts in Init. A design that is in memory already is taken over at once, inside
 // Init; otherwise the kernel's loader reads it and its completion event calls back into the
-// scene. That event holds a plain pointer back to the scene, cleared when the scene ends, so a
-// completion that arrives late finds nothing to call.
+// scene through a SceneLink, cut when the scene ends, so a completion that arrives late finds
+// nothing to call.
 #pragma once
 
 #include "component/ComponentExport.h"
@@ -15,6 +15,7 @@
 #include "qzk/ecad/AnnoCVInfo.h"
 #include "scene/BaseScene.h"
 
+#include <atomic>
 #include <vector>
 
 namespace qzk {
@@ -77,13 +78,14 @@ protected:
     du::SmartPtr<qzk::AnnotationSetObserver> annotationSetObserver;
 
 private:
+    // Mirrors whether designData is set, for the unlocked IsDesignLoaded.
+    std::atomic<bool> designLoaded{false};
+
     friend class SceneLoadCompletion;
 
     static unsigned char GetBaseEventId();
 
     void _PostDesignLoaded(unsigned short error, du::Symbol const& text);
-    // Cuts the completion event's tie to this scene; the event itself is the kernel's.
-    void _ForgetLoaderEvent();
 };
 
 } // namespace qzkapp::ecad

@@ -20,6 +20,7 @@
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/selection_types.h"
+#include "scene/AppearanceUpdate.h"
 #include "scene/ColorVisGroupOperationStep.h"
 #include "scene/DisplayPriorityApplyStep.h"
 #include "scene/DisplayPriorityOperationStep.h"
@@ -27,10 +28,10 @@
 #include "scene/FillShapesOperationStep.h"
 #include "scene/InvertLayersOperationStep.h"
 #include "scene/ItemsApearnceOperationStep.h"
+#include "scene/SelectionChannels.h"
 #include "scene/StepRecording.h"
 
 #include <algorithm>
-#include <atomic>
 
 namespace qzkapp::ecad {
 
@@ -38,23 +39,21 @@ using ItemList = std::vector<du::SmartPtr<qzk::SelectionItem>>;
 using HighlightContainer = qzk::ecad::ItemContainer<qzk::ecad::HighlightItem>;
 using HighlightStep = ItemsApearnceOperationStep<HighlightContainer>;
 
-// Forwards the kernel's selection changes to the scene. It holds no reference to the scene: the
-// back pointer is cleared when the selection manager ends or the scene goes.
+// Forwards the kernel's selection changes to the scene. It holds no reference to the scene
+// between calls; the link is cut when the selection manager ends or the scene goes.
 class BaseScene::SelectionObserver : public qzk::SelectionObserver {
 public:
     explicit SelectionObserver(BaseScene* scene) : scene_(scene) {}
 
     void OnSelectionChanged(unsigned int channel, bool clear, ItemList const& removed,
                             ItemList const& added) override {
-        if (BaseScene* scene = scene_.load()) {
-            scene->OnSelectionChanged(channel, clear, removed, added);
-        }
+        scene_.Call(
+            [&](BaseScene& scene) { scene.OnSelectionChanged(channel, clear, removed, added); });
     }
-    void OnSelectionManagerDestroyed() override { scene_.store(nullptr); }
-    void Forget() { scene_.store(nullptr); }
+    void OnSelectionManagerDestroyed() override { scene_.Cut(); }
 
 private:
-    std::atomic<BaseScene*> scene_;
+    SceneLink<BaseScene> scene_;
 };
 
 namespace {
@@ -65,15 +64,12 @@ public:
     explicit WorldObserver(BaseScene* scene) : scene_(scene) {}
 
     void OnPreferencesChanged() override {
-        if (BaseScene* scene = scene_.load()) {
-            scene->OnPreferencesChanged();
-        }
+        scene_.Call([](BaseScene& scene) { scene.OnPreferencesChanged(); });
     }
-    void OnWorldDestroyed() override { scene_.store(nullptr); }
-    void Forget() { scene_.store(nullptr); }
+    void OnWorldDestroyed() override { scene_.Cut(); }
 
 private:
-    std::atomic<BaseScene*> scene_;
+    SceneLink<BaseScene> scene_;
 };
 
 char const* const kSelectionColorKey = "General/Navigation/highlight_color";
@@ -124,23 +120,23 @@ BaseScene::BaseScene(du::SmartPtr<qzk::ecad::BaseScene> const& scene, unsigned i
       highlightFonted(false), preselectionHighlighting(true), overlapColor(false),
       secondaryColor(Black()), selectionColor(Black()), preselectionColor(Black()),
       fillShapes(false), pendingGroupCV(false),
-      groupCV(scene && scene->IsATypeOf(qzk::ClassType(73))) {
+      groupCV(scene && scene->IsATypeOf(qzk::ClassType(qzk::classid::EcadSchematicScene))) {
     if (kernelScene) {
         kernelScene->SetApiScene(this);
     }
 }
 
 BaseScene::~BaseScene() {
+    // Normally cut when the scene ended; a scene that never started its end (a failed start)
+    // is cut here, where its links already refuse it (nobody holds it any more).
+    links.CutAll();
     if (worldObserver) {
         if (auto world = qzk::World::GetWorld()) {
             world->DeregisterObserver(worldObserver);
         }
-        // The kernel may keep the observers past the scene; they must not reach back into it.
-        static_cast<WorldObserver*>(worldObserver.Get())->Forget();
         worldObserver->DetachFromMessageLoop();
     }
     if (selectionObserver) {
-        selectionObserver->Forget();
         selectionObserver->DetachFromMessageLoop();
     }
 }
@@ -253,6 +249,9 @@ void BaseScene::OnPreferencesChanged() {
 }
 
 void BaseScene::OnDestroyQzkScene() {
+    // The one place the scene's forwarders lose it: the kernel still holds the scene here, so
+    // a call already through a link finishes on a live object.
+    links.CutAll();
     if (selectionObserver && kernelScene) {
         du::SmartPtr<qzk::SelectionManager> selectionManager;
         kernelScene->GetSelectionManager(selectionManager);
@@ -352,14 +351,18 @@ bool BaseScene::GetCVExpandedState(std::string const& node) const {
 void BaseScene::OnSelectionChanged(unsigned int channel, bool clear, ItemList const& removed,
                                    ItemList const& added) {
     dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        // Ended while the notice was on its way.
+        return;
+    }
     switch (channel) {
-    case 0:
+    case kSelectionChannel:
         _HandleSelectionChanged(clear, removed, added);
         break;
-    case 1:
+    case kPreselectionChannel:
         _HandlePreSelectionChanged(clear, removed, added);
         break;
-    case 4:
+    case kAssociatedChannel:
         _HandleAssocHlightChanged(clear, removed, added);
         break;
     default:
@@ -373,6 +376,12 @@ void BaseScene::_RewriteSelectionLooks() {
     }
 }
 
+void BaseScene::_RewriteStoredHighlightLooks() {
+    for (qzk::ecad::HighlightItem const& entry : highlights) {
+        kernelScene->SetItemHighlightAppearance(entry, dg::Color(entry.color, true), entry.fonted);
+    }
+}
+
 void BaseScene::_RewriteAssociatedLooks() {
     for (qzk::ecad::AppearanceItem const& entry : associatedItems) {
         kernelScene->SetItemHighlightAppearance(entry, secondaryColor, false);
@@ -381,42 +390,44 @@ void BaseScene::_RewriteAssociatedLooks() {
 
 void BaseScene::_HandleSelectionChanged(bool clear, ItemList const& removed,
                                         ItemList const& added) {
-    if (!kernelScene->BeginAppearanceUpdate()) {
-        return;
-    }
-    if (clear) {
-        _ClearSelected();
-    }
-    if (uint64 overlay = _GetCurOverlay(); overlay != 0) {
-        kernelScene->GetSelectedOverlay(overlay);
-    }
-    for (du::SmartPtr<qzk::SelectionItem> const& item : removed) {
-        if (auto ecad = AsEcadItem(item)) {
-            qzk::ecad::AppearanceItem appearance(ecad);
-            kernelScene->ClearItemAppearance(appearance, false);
-            selectedItems.erase(appearance);
-        } else if (auto object = du::DynamicCast<qzk::ObjectSelectionItem>(item)) {
-            if (auto annotation = du::DynamicCast<qzk::Annotation>(object->GetObject())) {
-                _SetAnnotationSelected(annotation, false);
-            }
-        } else {
-            _DeselectOverlayItem(item);
+    {
+        AppearanceUpdate update(*kernelScene);
+        if (!update) {
+            return;
         }
-    }
-    for (du::SmartPtr<qzk::SelectionItem> const& item : added) {
-        if (auto ecad = AsEcadItem(item)) {
-            selectedItems.insert(qzk::ecad::AppearanceItem(ecad));
-        } else if (auto object = du::DynamicCast<qzk::ObjectSelectionItem>(item)) {
-            if (auto annotation = du::DynamicCast<qzk::Annotation>(object->GetObject())) {
-                _SetAnnotationSelected(annotation, true);
-            }
-        } else {
-            _SelectOverlayItem(item);
+        if (clear) {
+            _ClearSelected();
         }
+        if (uint64 overlay = _GetCurOverlay(); overlay != 0) {
+            kernelScene->GetSelectedOverlay(overlay);
+        }
+        for (du::SmartPtr<qzk::SelectionItem> const& item : removed) {
+            if (auto ecad = AsEcadItem(item)) {
+                qzk::ecad::AppearanceItem appearance(ecad);
+                kernelScene->ClearItemAppearance(appearance, false);
+                selectedItems.erase(appearance);
+            } else if (auto object = du::DynamicCast<qzk::ObjectSelectionItem>(item)) {
+                if (auto annotation = du::DynamicCast<qzk::Annotation>(object->GetObject())) {
+                    _SetAnnotationSelected(annotation, false);
+                }
+            } else {
+                _DeselectOverlayItem(item);
+            }
+        }
+        for (du::SmartPtr<qzk::SelectionItem> const& item : added) {
+            if (auto ecad = AsEcadItem(item)) {
+                selectedItems.insert(qzk::ecad::AppearanceItem(ecad));
+            } else if (auto object = du::DynamicCast<qzk::ObjectSelectionItem>(item)) {
+                if (auto annotation = du::DynamicCast<qzk::Annotation>(object->GetObject())) {
+                    _SetAnnotationSelected(annotation, true);
+                }
+            } else {
+                _SelectOverlayItem(item);
+            }
+        }
+        // Every selected entry, old and new: a removal may have wiped a look the layer shares.
+        _RewriteSelectionLooks();
     }
-    // Every selected entry, old and new: a removal may have wiped a look the layer shares.
-    _RewriteSelectionLooks();
-    kernelScene->EndAppearanceUpdate();
     _SetCrossHairObject();
 }
 
@@ -447,7 +458,8 @@ void BaseScene::_ClearSelected() {
 
 void BaseScene::_HandlePreSelectionChanged(bool clear, ItemList const& removed,
                                            ItemList const& added) {
-    if (!kernelScene->BeginAppearanceUpdate()) {
+    AppearanceUpdate update(*kernelScene);
+    if (!update) {
         return;
     }
     if (clear) {
@@ -476,7 +488,6 @@ void BaseScene::_HandlePreSelectionChanged(bool clear, ItemList const& removed,
         _RewriteSelectionLooks();
     }
     if (added.empty()) {
-        kernelScene->EndAppearanceUpdate();
         return;
     }
     bool const exclude = GetExcludePlanesCondFigures();
@@ -498,12 +509,12 @@ void BaseScene::_HandlePreSelectionChanged(bool clear, ItemList const& removed,
             }
         }
     }
-    kernelScene->EndAppearanceUpdate();
 }
 
 void BaseScene::_HandleAssocHlightChanged(bool clear, ItemList const& removed,
                                           ItemList const& added) {
-    if (!kernelScene->BeginAppearanceUpdate()) {
+    AppearanceUpdate update(*kernelScene);
+    if (!update) {
         return;
     }
     if (clear) {
@@ -531,7 +542,6 @@ void BaseScene::_HandleAssocHlightChanged(bool clear, ItemList const& removed,
         }
     }
     if (added.empty()) {
-        kernelScene->EndAppearanceUpdate();
         return;
     }
     for (du::SmartPtr<qzk::SelectionItem> const& item : added) {
@@ -543,7 +553,6 @@ void BaseScene::_HandleAssocHlightChanged(bool clear, ItemList const& removed,
             associatedItems.insert(appearance);
         }
     }
-    kernelScene->EndAppearanceUpdate();
 }
 
 void BaseScene::_SetAnnotationSelected(du::SmartPtr<qzk::Annotation> const& annotation,
@@ -608,7 +617,7 @@ void BaseScene::_OnSelectionColorChanged(bool preselection, bool selection, bool
         return;
     }
     // The one caller that goes on when the bracket is refused.
-    scene->BeginAppearanceUpdate();
+    AppearanceUpdate update(*scene, AppearanceUpdate::Refused::CloseAnyway);
     if (selection) {
         _RewriteSelectionLooks();
     }
@@ -621,7 +630,6 @@ void BaseScene::_OnSelectionColorChanged(bool preselection, bool selection, bool
     if (associated && dynamic_cast<qzk::ecad::PCBScene*>(scene.Get()) != nullptr) {
         _RewriteAssociatedLooks();
     }
-    scene->EndAppearanceUpdate();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -686,14 +694,18 @@ void BaseScene::_HighlightItems(ItemList const& items, du::SmartPtr<qzk::Operati
         return;
     }
     dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene->BeginAppearanceUpdate()) {
-        return;
+    int cleared = 0;
+    int added = 0;
+    {
+        AppearanceUpdate update(*kernelScene);
+        if (!update) {
+            return;
+        }
+        _RecordHighlights(op);
+        cleared = replace ? _ClearHighlights() : 0;
+        added = _AddToHighlights(items);
+        // Unlike the other highlight operations, the associated looks are not written again.
     }
-    _RecordHighlights(op);
-    int const cleared = replace ? _ClearHighlights() : 0;
-    int const added = _AddToHighlights(items);
-    // Unlike the other highlight operations, the associated looks are not written again here.
-    kernelScene->EndAppearanceUpdate();
     if (cleared != 0 || added != 0) {
         _PostHighlightCount(static_cast<unsigned int>(highlights.size()), true);
     }
@@ -708,13 +720,16 @@ void BaseScene::_PostHighlightCount(unsigned int count, bool redraw) {
 
 void BaseScene::ClearHighlights(du::SmartPtr<qzk::Operation> const& op) {
     dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene->BeginAppearanceUpdate()) {
-        return;
+    int cleared = 0;
+    {
+        AppearanceUpdate update(*kernelScene);
+        if (!update) {
+            return;
+        }
+        _RecordHighlights(op);
+        cleared = _ClearHighlights();
+        _RewriteAssociatedLooks();
     }
-    _RecordHighlights(op);
-    int const cleared = _ClearHighlights();
-    _RewriteAssociatedLooks();
-    kernelScene->EndAppearanceUpdate();
     if (cleared != 0) {
         _PostHighlightCount(0, true);
     }
@@ -725,25 +740,25 @@ void BaseScene::Dehighlight(ItemList const& items, du::SmartPtr<qzk::Operation> 
         return;
     }
     dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene->BeginAppearanceUpdate()) {
-        return;
-    }
-    _RecordHighlights(op);
-    for (du::SmartPtr<qzk::SelectionItem> const& entry : items) {
-        auto ecad = Highlightable(entry);
-        if (!ecad) {
-            continue;
+    {
+        AppearanceUpdate update(*kernelScene);
+        if (!update) {
+            return;
         }
-        qzk::ecad::HighlightItem const key(qzk::ecad::AppearanceItem(ecad), du::Symbol::EMPTY,
-                                           0xFFFFFFFFu, false);
-        _RemoveHighlightItem(key);
+        _RecordHighlights(op);
+        for (du::SmartPtr<qzk::SelectionItem> const& entry : items) {
+            auto ecad = Highlightable(entry);
+            if (!ecad) {
+                continue;
+            }
+            qzk::ecad::HighlightItem const key(qzk::ecad::AppearanceItem(ecad), du::Symbol::EMPTY,
+                                               0xFFFFFFFFu, false);
+            _RemoveHighlightItem(key);
+        }
+        // What stays keeps its own stored look.
+        _RewriteStoredHighlightLooks();
+        _RewriteAssociatedLooks();
     }
-    // What stays keeps its own stored look.
-    for (qzk::ecad::HighlightItem const& entry : highlights) {
-        kernelScene->SetItemHighlightAppearance(entry, dg::Color(entry.color, true), entry.fonted);
-    }
-    _RewriteAssociatedLooks();
-    kernelScene->EndAppearanceUpdate();
     _PostHighlightCount(static_cast<unsigned int>(highlights.size()), true);
 }
 
@@ -762,17 +777,18 @@ void BaseScene::GetItems(HighlightContainer& out) const {
 
 void BaseScene::SetItems(HighlightContainer const& items, bool redraw) {
     dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene->BeginAppearanceUpdate()) {
-        return;
+    int count = 0;
+    {
+        AppearanceUpdate update(*kernelScene);
+        if (!update) {
+            return;
+        }
+        count = _ClearHighlights();
+        highlights = items;
+        count += static_cast<int>(highlights.size());
+        _RewriteStoredHighlightLooks();
+        _RewriteAssociatedLooks();
     }
-    int count = _ClearHighlights();
-    highlights = items;
-    for (qzk::ecad::HighlightItem const& entry : highlights) {
-        kernelScene->SetItemHighlightAppearance(entry, dg::Color(entry.color, true), entry.fonted);
-        ++count;
-    }
-    _RewriteAssociatedLooks();
-    kernelScene->EndAppearanceUpdate();
     if (count != 0) {
         _PostHighlightCount(static_cast<unsigned int>(highlights.size()), redraw);
     }
@@ -911,9 +927,11 @@ void BaseScene::GetGroupColorVisInfo(qzk::ecad::GroupCVInfoSet& out) const {
 
 void BaseScene::ClearGroupAppearance() {
     dp::WriteLocker lock(GetRWLock());
-    if (kernelScene->BeginAppearanceUpdate()) {
+    if (!kernelScene) {
+        return;
+    }
+    if (AppearanceUpdate update(*kernelScene); update) {
         kernelScene->ClearGroupAppearances(kGroupLayer);
-        kernelScene->EndAppearanceUpdate();
     }
 }
 
@@ -947,7 +965,8 @@ void BaseScene::UpdateGroupCV(qzk::ecad::GroupCVInfoSet const& info, ChangeSourc
 
 void BaseScene::UpdateGroups(std::vector<GroupInfo> const& groups) {
     dp::WriteLocker lock(GetRWLock());
-    qzk::ecad::GroupCVInfoSet fresh(kernelScene->IsATypeOf(qzk::ClassType(73)));
+    qzk::ecad::GroupCVInfoSet fresh(
+        kernelScene->IsATypeOf(qzk::ClassType(qzk::classid::EcadSchematicScene)));
     for (GroupInfo const& group : groups) {
         qzk::ecad::GroupCVInfo info(group.name.safe_c_str(), group.color.GetAsHexUI(), false);
         info.groupFlag = group.flag;
@@ -961,12 +980,20 @@ void BaseScene::UpdateGroups(std::vector<GroupInfo> const& groups) {
 }
 
 void BaseScene::OnGroupContentAdded(du::Symbol const& group, ItemList const& items) {
-    auto found = groupCV.find(qzk::ecad::GroupCVInfo(group.safe_c_str()));
-    if (found == groupCV.end()) {
+    qzk::ecad::GroupCVInfo const key(group.safe_c_str());
+    // An unknown group is turned away before any lock, so that content of groups the scene does
+    // not colour costs no lock; the colour itself is read again under the lock.
+    if (groupCV.find(key) == groupCV.end()) {
         return;
     }
     dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene->BeginAppearanceUpdate()) {
+    AppearanceUpdate update(*kernelScene);
+    if (!update) {
+        return;
+    }
+    auto const found = groupCV.find(key);
+    if (found == groupCV.end()) {
+        // Gone between the look and the lock.
         return;
     }
     dg::Color const groupColor = found->GetColor();
@@ -985,7 +1012,6 @@ void BaseScene::OnGroupContentAdded(du::Symbol const& group, ItemList const& ite
             kernelScene->SetItemGroupAppearance(appearance, groupColor);
         }
     }
-    kernelScene->EndAppearanceUpdate();
 }
 
 void BaseScene::OnGroupContentDeleted(ItemList const& /*items*/) {
@@ -994,6 +1020,10 @@ void BaseScene::OnGroupContentDeleted(ItemList const& /*items*/) {
 }
 
 void BaseScene::OnGroupOverlapColorChanged() {
+    dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        return;
+    }
     ClearGroupAppearance();
     _PostUInt32(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceOverlapColor);
 }

@@ -25,6 +25,7 @@
 #include "qzk/ecad/ItemContainer.h"
 #include "scene/ChangeSource.h"
 #include "scene/GroupInfo.h"
+#include "scene/SceneLink.h"
 #include "scene/SearchQueryInfo.h"
 
 #include <map>
@@ -245,6 +246,10 @@ protected:
     qzk::ecad::GroupCVInfoSet groupCV;
 
 private:
+    SceneLinks links;
+
+private:
+    template <class> friend class SceneLink;
     friend class BaseSceneObserver;
     friend class SceneObserver;
     friend class CompareSceneObserver;
@@ -255,6 +260,9 @@ private:
 
     static unsigned char GetBaseEventId();
 
+    // The forwarders' ties to this scene; cut when the scene ends.
+    SceneLinks& _GetLinks() { return links; }
+
     int _AddToHighlights(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items);
     int _ClearHighlights();
     void _RemoveHighlightItem(qzk::ecad::HighlightItem const& item);
@@ -264,6 +272,8 @@ private:
                          du::SmartPtr<qzk::Operation> const& op, bool replace);
     void _PostHighlightCount(unsigned int count, bool redraw);
     void _RewriteSelectionLooks();
+    // Each highlight in its own stored colour and font.
+    void _RewriteStoredHighlightLooks();
     void _RewriteAssociatedLooks();
 };
 
