@@ -84,24 +84,6 @@ private:
     du::SmartPtr<qzk::View> view_;
 };
 
-// A switch of what only visible objects get: the cause, then the new value.
-class OnHighlightIsolateOnlyVisChangedEvent : public dom::ObservableEvent {
-public:
-    OnHighlightIsolateOnlyVisChangedEvent(unsigned char id, unsigned int source, bool flag)
-        : id_(id), source_(source), flag_(flag) {}
-
-    void Post(dom::ObserverProxy* proxy) const override {
-        proxy->PushUInt8Value(id_);
-        proxy->PushUInt32Value(source_);
-        proxy->PushBooleanValue(flag_);
-    }
-
-private:
-    unsigned char id_;
-    unsigned int source_;
-    bool flag_;
-};
-
 unsigned int const kBoardClassId = 162;
 unsigned int const kHighlightColor = 0x01FFFFFF;
 bool const registered = qzk::ClassType::RegisterClass(kBoardClassId, {qzk::classid::Observable});
@@ -160,11 +142,6 @@ unsigned char PCBScene::ROTATION_CHANGED_EVENT() {
 }
 unsigned char PCBScene::ISOLATEONLYVISIBLE_CHANGED_EVENT() {
     return GetBaseEventId() + 4;
-}
-
-void PCBScene::_PostOnlyVisible(unsigned char id, ChangeSource source, bool value) {
-    PostObservableEvent(
-        OnHighlightIsolateOnlyVisChangedEvent(id, static_cast<unsigned int>(source), value), false);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -242,7 +219,7 @@ void PCBScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetColorVisInfo(sublayerCV);
     }
-    _PostUInt32(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
 }
 
 void PCBScene::GetColorVisInfo(qzk::ecad::SublayerPCB_CVSet& out) const {
@@ -257,7 +234,7 @@ void PCBScene::SetColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetColorVisInfo(sublayerCV);
     }
-    _PostUInt32(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), source);
 }
 
 void PCBScene::ApplyColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
@@ -318,7 +295,7 @@ void PCBScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
     }
     highlightOnlyVisible = value;
     kernelScene->SetHighlightOnlyVisible(value);
-    _PostOnlyVisible(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), source, value);
+    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), source, value);
 }
 
 bool PCBScene::GetIsolateOnlyVisible() const {
@@ -335,7 +312,7 @@ void PCBScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetIsolateOnlyVisible(value);
     }
-    _PostOnlyVisible(ISOLATEONLYVISIBLE_CHANGED_EVENT(), source, value);
+    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), source, value);
 }
 
 void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {

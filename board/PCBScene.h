@@ -110,7 +110,6 @@ private:
 
     // The kernel scene as a board scene; null once the scene has ended.
     qzk::ecad::PCBScene* _GetPCBKernelScene() const;
-    void _PostOnlyVisible(unsigned char id, ChangeSource source, bool value);
 };
 
 } // namespace qzkapp::ecad

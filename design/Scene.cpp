@@ -48,24 +48,6 @@ private:
     SceneLink<Scene> scene_;
 };
 
-// The load's event, completed with a design's number and text.
-class OnDesignLoadedEvent : public dom::ObservableEvent {
-public:
-    OnDesignLoadedEvent(unsigned char id, std::string text, unsigned short number)
-        : id_(id), text_(std::move(text)), number_(number) {}
-
-    void Post(dom::ObserverProxy* proxy) const override {
-        proxy->PushUInt8Value(id_);
-        proxy->PushUInt16Value(number_);
-        proxy->PushStringValue(text_);
-    }
-
-private:
-    unsigned char id_;
-    std::string text_;
-    unsigned short number_;
-};
-
 // The loader's results that tell of a file written by a newer version; the host hears of them
 // through the kernel scene, whether the load then succeeded or not.
 long const kNewerUnreadable = -8;
@@ -144,10 +126,6 @@ unsigned char Scene::IMAGE_CHANGED_EVENT() {
     return GetBaseEventId() + 2;
 }
 
-void Scene::_PostDesignLoaded(unsigned short error, du::Symbol const& text) {
-    PostObservableEvent(OnDesignLoadedEvent(ECAD_DESIGN_LOADED_EVENT(), text.str(), error), false);
-}
-
 void Scene::Init() {
     BaseScene::Init();
     du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
@@ -210,7 +188,7 @@ void Scene::OnDesignLoaded() {
     designLoaded.store(static_cast<bool>(designData), std::memory_order_release);
     loaderEvent = nullptr;
     // Observers hear of the design before the draw order and colours that follow from it.
-    _PostDesignLoaded(0, du::Symbol::EMPTY);
+    _PostEvent(ECAD_DESIGN_LOADED_EVENT(), static_cast<unsigned short>(0), du::Symbol::EMPTY);
     ResetDrawOrder(false);
     LoadColorVisInfo(du::SmartPtr<qzk::Operation>());
     DesignScene(kernelScene).FinishDesignLoad();
@@ -229,7 +207,7 @@ void Scene::OnDesignLoadFailed(unsigned short error, du::Symbol const& text) {
     }
     loaderEvent = nullptr;
     // designData is left alone: a scene that had no design keeps none.
-    _PostDesignLoaded(error, text);
+    _PostEvent(ECAD_DESIGN_LOADED_EVENT(), error, text);
 }
 
 void Scene::OnDestroyQzkScene() {

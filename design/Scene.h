@@ -84,8 +84,6 @@ private:
     friend class SceneLoadCompletion;
 
     static unsigned char GetBaseEventId();
-
-    void _PostDesignLoaded(unsigned short error, du::Symbol const& text);
 };
 
 } // namespace qzkapp::ecad

@@ -160,14 +160,6 @@ unsigned char BaseScene::ASSOCHIGHLIGHTCOLOR_CHANGED_EVENT() {
     return GetBaseEventId() + 3;
 }
 
-void BaseScene::_PostUInt32(unsigned char id, unsigned int value) {
-    PostObservableEvent(qzk::Observable::UInt32Event(id, value), false);
-}
-
-void BaseScene::_PostSimple(unsigned char id) {
-    PostObservableEvent(qzk::Observable::SimpleEvent(id), false);
-}
-
 // ---------------------------------------------------------------------------------------------
 // Life
 
@@ -241,7 +233,7 @@ void BaseScene::OnPreferencesChanged() {
     if (!(secondary == secondaryColor)) {
         secondaryColor = secondary;
         secondaryChanged = true;
-        _PostUInt32(ASSOCHIGHLIGHTCOLOR_CHANGED_EVENT(), secondaryColor.GetAsHexUI());
+        _PostEvent(ASSOCHIGHLIGHTCOLOR_CHANGED_EVENT(), secondaryColor.GetAsHexUI());
     }
     if (selectionChanged || preselectionChanged || secondaryChanged) {
         _OnSelectionColorChanged(preselectionChanged, selectionChanged, secondaryChanged);
@@ -712,7 +704,7 @@ void BaseScene::_HighlightItems(ItemList const& items, du::SmartPtr<qzk::Operati
 }
 
 void BaseScene::_PostHighlightCount(unsigned int count, bool redraw) {
-    _PostUInt32(HIGHLIGHT_CHANGED_EVENT(), count);
+    _PostEvent(HIGHLIGHT_CHANGED_EVENT(), count);
     if (redraw) {
         kernelScene->SetViewsDirty();
     }
@@ -833,7 +825,7 @@ void BaseScene::DrawOrderMoveLayer(short layer, uint64 index, bool undo) {
     auto const at = std::min<uint64>(index, drawOrder.size());
     drawOrder.insert(drawOrder.begin() + static_cast<std::ptrdiff_t>(at), layer);
     kernelScene->SetDrawOrder(drawOrder, false, false);
-    _PostSimple(DRAWORDER_CHANGED_EVENT());
+    _PostEvent(DRAWORDER_CHANGED_EVENT());
 }
 
 void BaseScene::PreviewDrawOrderTopLayer(short layer) {
@@ -872,7 +864,7 @@ void BaseScene::ResetDrawOrder(bool undo) {
     }
     GetDefaultDrawOrder(drawOrder);
     kernelScene->SetDrawOrder(drawOrder, true, false);
-    _PostSimple(DRAWORDER_CHANGED_EVENT());
+    _PostEvent(DRAWORDER_CHANGED_EVENT());
 }
 
 namespace {
@@ -902,7 +894,7 @@ void BaseScene::SetDrawOrder(std::vector<short> const& order, bool flag, bool in
     LockBarrier(GetRWLock());
     drawOrder = order;
     kernelScene->SetDrawOrder(drawOrder, flag, invert);
-    _PostSimple(DRAWORDER_CHANGED_EVENT());
+    _PostEvent(DRAWORDER_CHANGED_EVENT());
 }
 
 void BaseScene::DrawOrderInvertLayers(du::SmartPtr<qzk::Operation> const& op) {
@@ -914,7 +906,7 @@ void BaseScene::_DrawOrderInvertLayers(du::SmartPtr<qzk::Operation> const& op) {
     AddStep<InvertLayersOperationStep>(op, this);
     std::reverse(drawOrder.begin(), drawOrder.end());
     kernelScene->SetDrawOrder(drawOrder, true, !kernelScene->invertLayers);
-    _PostSimple(DRAWORDER_CHANGED_EVENT());
+    _PostEvent(DRAWORDER_CHANGED_EVENT());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -941,7 +933,7 @@ void BaseScene::SetGroupColorVisInfo(qzk::ecad::GroupCVInfoSet const& info,
     AddStep<ColorVisGroupOperationStep>(op, this, groupCV);
     groupCV.SetInfo(info);
     ClearGroupAppearance();
-    _PostUInt32(GROUPCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+    _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), source);
 }
 
 void BaseScene::ApplyGroupColorVisInfo(qzk::ecad::GroupCVInfoSet const& info,
@@ -959,7 +951,7 @@ void BaseScene::UpdateGroupCV(qzk::ecad::GroupCVInfoSet const& info, ChangeSourc
     }
     if (groupCV.Update(info)) {
         ClearGroupAppearance();
-        _PostUInt32(GROUPCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+        _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), source);
     }
 }
 
@@ -975,7 +967,7 @@ void BaseScene::UpdateGroups(std::vector<GroupInfo> const& groups) {
     if (groupCV.Update(fresh, pendingGroupCV) && IsDesignLoaded()) {
         pendingGroupCV.clear();
         ClearGroupAppearance();
-        _PostUInt32(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+        _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
     }
 }
 
@@ -1025,7 +1017,7 @@ void BaseScene::OnGroupOverlapColorChanged() {
         return;
     }
     ClearGroupAppearance();
-    _PostUInt32(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceOverlapColor);
+    _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceOverlapColor);
 }
 
 void BaseScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
@@ -1036,7 +1028,7 @@ void BaseScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
     AddStep<ColorVisGroupOperationStep>(op, this, groupCV);
     groupCV.ResetToDefault();
     ClearGroupAppearance();
-    _PostUInt32(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+    _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
 }
 
 void BaseScene::SetOverlapColor(bool on, du::SmartPtr<qzk::Operation> const& op) {

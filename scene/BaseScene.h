@@ -25,6 +25,7 @@
 #include "qzk/ecad/ItemContainer.h"
 #include "scene/ChangeSource.h"
 #include "scene/GroupInfo.h"
+#include "scene/SceneEvent.h"
 #include "scene/SceneLink.h"
 #include "scene/SearchQueryInfo.h"
 
@@ -218,9 +219,10 @@ protected:
         return DoUnregisterObserver(observer);
     }
 
-    // Posts the event with one 32-bit payload / with none.
-    void _PostUInt32(unsigned char id, unsigned int value);
-    void _PostSimple(unsigned char id);
+    // Posts the event id with the values as its payload, in order (SceneEvent).
+    template <class... Values> void _PostEvent(unsigned char id, Values const&... values) {
+        PostObservableEvent(SceneEvent<Values...>(id, values...), false);
+    }
 
     qzk::ecad::ItemContainer<qzk::ecad::HighlightItem> highlights;
     SearchQueryInfo searchQueryInfo;
