@@ -2,17 +2,16 @@
 
 namespace qzkapp::ecad {
 
-FillShapesOperationStep::FillShapesOperationStep(BaseScene* scene) : scene_(scene) {}
+FillShapesOperationStep::FillShapesOperationStep(BaseScene* scene)
+    : Frame(du::SmartPtr<BaseScene>(scene), Toggle()) {}
 
 du::Symbol FillShapesOperationStep::GetStepType() {
     static du::Symbol const type("QzkappEcadFillShapesOperationStep");
     return type;
 }
 
-void FillShapesOperationStep::Undo() {
-    if (scene_) {
-        scene_->ToggleFillShapes(du::SmartPtr<qzk::Operation>());
-    }
+void FillShapesOperationStep::Apply(Toggle const& /*held*/) const {
+    target_->ToggleFillShapes(du::SmartPtr<qzk::Operation>());
 }
 
 } // namespace qzkapp::ecad

@@ -2,17 +2,16 @@
 
 namespace qzkapp::ecad {
 
-InvertLayersOperationStep::InvertLayersOperationStep(BaseScene* scene) : scene_(scene) {}
+InvertLayersOperationStep::InvertLayersOperationStep(BaseScene* scene)
+    : Frame(du::SmartPtr<BaseScene>(scene), Toggle()) {}
 
 du::Symbol InvertLayersOperationStep::GetStepType() {
     static du::Symbol const type("QzkappEcadInvertLayersStep");
     return type;
 }
 
-void InvertLayersOperationStep::Undo() {
-    if (scene_) {
-        scene_->DrawOrderInvertLayers(du::SmartPtr<qzk::Operation>());
-    }
+void InvertLayersOperationStep::Apply(Toggle const& /*held*/) const {
+    target_->DrawOrderInvertLayers(du::SmartPtr<qzk::Operation>());
 }
 
 } // namespace qzkapp::ecad

@@ -2,19 +2,23 @@
 #pragma once
 
 #include "du/SmartPtr.h"
-#include "qzk/OperationStep.h"
 #include "scene/BaseScene.h"
+#include "scene/SwapStep.h"
 
 namespace qzkapp::ecad {
 
-class InvertLayersOperationStep : public qzk::OperationStep {
+class InvertLayersOperationStep
+    : public SwapStep<InvertLayersOperationStep, du::SmartPtr<BaseScene>, Toggle> {
+    using Frame = SwapStep<InvertLayersOperationStep, du::SmartPtr<BaseScene>, Toggle>;
+
 public:
     explicit InvertLayersOperationStep(BaseScene* scene);
     du::Symbol GetStepType() override;
-    void Undo() override;
 
 private:
-    du::SmartPtr<BaseScene> scene_;
+    friend Frame;
+    void Read(Toggle& /*present*/) const {}
+    void Apply(Toggle const& /*held*/) const;
 };
 
 } // namespace qzkapp::ecad
