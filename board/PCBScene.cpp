@@ -234,7 +234,7 @@ void PCBScene::SetColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetColorVisInfo(sublayerCV);
     }
-    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), source);
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
 }
 
 void PCBScene::ApplyColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
@@ -295,7 +295,7 @@ void PCBScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
     }
     highlightOnlyVisible = value;
     kernelScene->SetHighlightOnlyVisible(value);
-    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), source, value);
+    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
 }
 
 bool PCBScene::GetIsolateOnlyVisible() const {
@@ -312,7 +312,7 @@ void PCBScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetIsolateOnlyVisible(value);
     }
-    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), source, value);
+    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
 }
 
 void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {

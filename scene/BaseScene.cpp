@@ -933,7 +933,7 @@ void BaseScene::SetGroupColorVisInfo(qzk::ecad::GroupCVInfoSet const& info,
     AddStep<ColorVisGroupOperationStep>(op, this, groupCV);
     groupCV.SetInfo(info);
     ClearGroupAppearance();
-    _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), source);
+    _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
 }
 
 void BaseScene::ApplyGroupColorVisInfo(qzk::ecad::GroupCVInfoSet const& info,
@@ -951,7 +951,7 @@ void BaseScene::UpdateGroupCV(qzk::ecad::GroupCVInfoSet const& info, ChangeSourc
     }
     if (groupCV.Update(info)) {
         ClearGroupAppearance();
-        _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), source);
+        _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
     }
 }
 

@@ -21,7 +21,8 @@ inline void Push(dom::ObserverProxy& proxy, unsigned short value) {
 inline void Push(dom::ObserverProxy& proxy, unsigned int value) {
     proxy.PushUInt32Value(value);
 }
-// A change source travels as its number.
+// A change source travels as its number. A source handed in by a host may hold a number of its
+// own outside the enumeration: pass it on as unsigned int, never through this overload.
 inline void Push(dom::ObserverProxy& proxy, ChangeSource value) {
     proxy.PushUInt32Value(static_cast<unsigned int>(value));
 }
