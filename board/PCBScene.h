@@ -13,9 +13,7 @@
 #include "du/Types.h"
 #include "qzk/ClassType.h"
 #include "qzk/Observable.h"
-#include "qzk/ecad/GerberPrefs.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -30,13 +28,6 @@ class PCBSceneObserver;
 
 class QZECAD_EXPORT PCBScene : public Scene, public PCBSceneHelper {
 public:
-    // How an overlay was made, kept under its id.
-    struct OverlayInfo {
-        qzk::ecad::GerberPrefs gerberPrefs;
-        du::Symbol type;
-        bool flag = false;
-    };
-
     static qzk::ClassType const CLASS_TYPE;
 
     explicit PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene);
@@ -102,7 +93,6 @@ protected:
     du::SmartPtr<qzk::ecad::PCBSceneObserver> sceneObserver;
     bool highlightOnlyVisible;
     bool isolateOnlyVisible;
-    std::map<uint64, OverlayInfo> overlayInfoMap;
 
 private:
     friend class qzk::Observable::DefaultRegisterInitHelper<PCBScene,

@@ -100,8 +100,7 @@ void EcadDesignLoaderEvent::OnCompleted(int status) {
 
 Scene::Scene(du::SmartPtr<qzk::ecad::Scene> const& scene, unsigned int highlightColor)
     : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor), designLoading(false),
-      loadError(0), compareAreasImageId(0), selectCrossHair(false), crosshairObject(nullptr),
-      crosshairPosition(0.0, 0.0), crosshairSheet(0xFFFFFFFF) {
+      loadError(0) {
     if (kernelScene) {
         kernelScene->SetOverlapColor(overlapColor);
     }

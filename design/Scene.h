@@ -8,11 +8,9 @@
 #pragma once
 
 #include "component/ComponentExport.h"
-#include "dg/DPoint2D.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "du/Types.h"
-#include "qzk/ecad/AnnoCVInfo.h"
 #include "scene/BaseScene.h"
 
 #include <atomic>
@@ -66,14 +64,6 @@ protected:
     bool designLoading;
     unsigned short loadError;
     du::Symbol loadErrorText;
-    std::vector<qzk::ecad::AnnoCVInfo> imageCV;
-    std::vector<uint64> areaImageIds;
-    uint64 compareAreasImageId;
-    bool selectCrossHair;
-    // An object of the design; the design owns it.
-    void* crosshairObject;
-    dg::DPoint2D crosshairPosition;
-    unsigned int crosshairSheet;
     du::SmartPtr<qzloader::EcadDesignLoaderEvent> loaderEvent;
     du::SmartPtr<qzk::AnnotationSetObserver> annotationSetObserver;
 

@@ -126,6 +126,8 @@ void BaseScene::OnGroupOverlapColorChanged() {
 }
 
 void BaseScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
+    // A scene without groups is done before any lock: the load's completion calls this for every
+    // design, and most have no groups.
     if (groupCV.empty()) {
         return;
     }
@@ -137,6 +139,8 @@ void BaseScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
 }
 
 void BaseScene::SetOverlapColor(bool on, du::SmartPtr<qzk::Operation> const& op) {
+    // Compared before the toggle takes the lock: of two racing calls, the later one's toggle
+    // decides, as it would between any two calls.
     if (on != overlapColor) {
         ToggleOverlapColor(op);
     }
@@ -150,6 +154,7 @@ void BaseScene::ToggleOverlapColor(du::SmartPtr<qzk::Operation> const& /*op*/) {
 }
 
 void BaseScene::SetFillShapes(bool on, du::SmartPtr<qzk::Operation> const& op) {
+    // Compared before the toggle takes the lock, like SetOverlapColor.
     if (on != fillShapes) {
         ToggleFillShapes(op);
     }
