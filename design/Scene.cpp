@@ -161,7 +161,7 @@ void Scene::LoadEcadDesign() {
     if (!kernel || !loader) {
         return;
     }
-    // A former event keeps its back pointer: should it still complete, the scene hears it.
+    // A former event keeps its link: should it still complete, the scene hears it.
     loaderEvent = new EcadDesignLoaderEvent(this);
     kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(loaderEvent.Get()));
     loader->LoadEcadDesign(design, loaderEvent.Get());

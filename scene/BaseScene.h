@@ -256,7 +256,6 @@ private:
     friend class SceneObserver;
     friend class CompareSceneObserver;
     friend class Scene;
-    friend class CompareScene;
     friend class DisplayPriorityResetStep;
     friend class DisplayPriorityApplyStep;
 
