@@ -9,8 +9,8 @@
 #include "scene/DisplayPriorityApplyStep.h"
 #include "scene/DisplayPriorityOperationStep.h"
 #include "scene/DisplayPriorityResetStep.h"
-#include "scene/InvertLayersOperationStep.h"
 #include "scene/StepRecording.h"
+#include "scene/ToggleStep.h"
 #include <algorithm>
 
 namespace qzkapp::ecad {

@@ -5,8 +5,8 @@
 #include "scene/AppearanceUpdate.h"
 #include "scene/ColorVisGroupOperationStep.h"
 #include "scene/EcadItemKinds.h"
-#include "scene/FillShapesOperationStep.h"
 #include "scene/StepRecording.h"
+#include "scene/ToggleStep.h"
 
 namespace qzkapp::ecad {
 

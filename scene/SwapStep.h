@@ -9,8 +9,8 @@
 // Derived supplies Read(State&) and Apply(State const&), and may replace MakeScratch() and
 // Keep(State&&) where its state needs more than a default value and an assignment. A step whose
 // undo and redo differ (it goes back to a held state, and forward by doing the change again)
-// keeps nothing and supplies its own Redo. A toggle holds the empty Toggle state: applying it
-// again is its own inverse.
+// keeps nothing and supplies its own Redo. A toggle holds the empty Toggled state: applying it
+// again is its own inverse (ToggleStep).
 #pragma once
 
 #include "qzk/OperationStep.h"
@@ -20,7 +20,7 @@
 namespace qzkapp::ecad {
 
 // The state of a step whose change is its own inverse.
-struct Toggle {};
+struct Toggled {};
 
 template <class Derived, class Target, class State> class SwapStep : public qzk::OperationStep {
 public:
