@@ -2,7 +2,6 @@
 
 #include "board/ColorVisPCBOperationStep.h"
 #include "board/PCBSceneObserver.h"
-#include "dom/ObserverProxy.h"
 #include "dp/ReadWriteLock.h"
 #include "qzk/Kernel.h"
 #include "qzk/SelectionItem.h"

@@ -1,6 +1,5 @@
 #include "design/Scene.h"
 
-#include "dom/ObserverProxy.h"
 #include "dp/ReadWriteLock.h"
 #include "qzk/AnnoSet.h"
 #include "qzk/AnnotationSetObserver.h"
@@ -12,7 +11,6 @@
 #include "qzloader/Loader.h"
 
 #include <atomic>
-#include <string>
 
 namespace qzkapp::ecad {
 namespace {
@@ -35,7 +33,8 @@ private:
 };
 
 // Follows the kernel scene's annotation set on the scene's behalf; the scene unregisters it and
-// cuts its link when it ends.
+// cuts its link when it ends. It follows no notice yet: the link is what image notices will
+// call the scene through.
 class AnnotationSetObserver : public qzk::AnnotationSetObserver {
 public:
     explicit AnnotationSetObserver(Scene* scene) : scene_(scene) {}
