@@ -42,8 +42,11 @@ public:
 
     void Post(dom::ObserverProxy* proxy) const override {
         proxy->PushUInt8Value(id_);
-        std::apply([proxy](Values const&... value) { (event_values::Push(*proxy, value), ...); },
-                   values_);
+        if constexpr (sizeof...(Values) > 0) {
+            std::apply(
+                [proxy](Values const&... value) { (event_values::Push(*proxy, value), ...); },
+                values_);
+        }
     }
 
 private:
