@@ -41,7 +41,9 @@ private:
 public:
     void Init() override;
     void GetDefaultDrawOrder(std::vector<short>& out) const override;
-    // Not locked.
+    // Not locked, like the layer queries below: they answer the host's questions about a design
+    // it has been told is loaded, after which the design data no longer changes. Asked during a
+    // load they race with its completion.
     std::wstring GetSublayerLabel(short layer, short sublayer) override;
     void LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) override;
     // Not locked; the kernel owns the view's observer.
