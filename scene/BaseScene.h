@@ -273,6 +273,9 @@ private:
                          du::SmartPtr<qzk::Operation> const& op, bool replace);
     void _PostHighlightCount(unsigned int count, bool redraw);
     void _RewriteSelectionLooks();
+    // Clears the look of every entry (on the highlight layer or the selection layer) and empties
+    // the set.
+    void _ClearLooks(std::set<qzk::ecad::AppearanceItem>& items, bool highlightLayer);
     // Each highlight in its own stored colour and font.
     void _RewriteStoredHighlightLooks();
     void _RewriteAssociatedLooks();

@@ -98,13 +98,15 @@ void BaseScene::_HandleSelectionChanged(bool clear, ItemList const& removed,
     _SetCrossHairObject();
 }
 
-void BaseScene::_ClearSelected() {
-    if (!selectedItems.empty()) {
-        for (qzk::ecad::AppearanceItem const& entry : selectedItems) {
-            kernelScene->ClearItemAppearance(entry, false);
-        }
-        selectedItems.clear();
+void BaseScene::_ClearLooks(std::set<qzk::ecad::AppearanceItem>& items, bool highlightLayer) {
+    for (qzk::ecad::AppearanceItem const& entry : items) {
+        kernelScene->ClearItemAppearance(entry, highlightLayer);
     }
+    items.clear();
+}
+
+void BaseScene::_ClearSelected() {
+    _ClearLooks(selectedItems, false);
     if (!selectedAnnotations.empty()) {
         // Always view 0, even for an annotation that was selected in view 1.
         du::SmartPtr<qzk::View> view = kernelScene->GetView(0);
@@ -130,10 +132,7 @@ void BaseScene::_HandlePreSelectionChanged(bool clear, ItemList const& removed,
         return;
     }
     if (clear) {
-        for (qzk::ecad::AppearanceItem const& entry : preselectedItems) {
-            kernelScene->ClearItemAppearance(entry, false);
-        }
-        preselectedItems.clear();
+        _ClearLooks(preselectedItems, false);
         kernelScene->SetDefaultSelectionAppearance(
             GetSelectionColor(qzk::ecad::AppearanceItem::s_emptyAppItem), false);
         _RewriteSelectionLooks();
@@ -185,10 +184,7 @@ void BaseScene::_HandleAssocHlightChanged(bool clear, ItemList const& removed,
         return;
     }
     if (clear) {
-        for (qzk::ecad::AppearanceItem const& entry : associatedItems) {
-            kernelScene->ClearItemAppearance(entry, true);
-        }
-        associatedItems.clear();
+        _ClearLooks(associatedItems, true);
     } else {
         for (du::SmartPtr<qzk::SelectionItem> const& item : removed) {
             bool matched = false;
