@@ -7,15 +7,13 @@
 
 #include "board/PCBSceneHelper.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
-#include "scene/ColorVisOperationStep.h"
+#include "scene/SwapStep.h"
 
 namespace qzkapp::ecad {
 
 class ColorVisPCBOperationStep
-    : public ColorVisOperationStep<ColorVisPCBOperationStep, PCBSceneHelper*,
-                                   qzk::ecad::SublayerPCB_CVSet> {
-    using Frame = ColorVisOperationStep<ColorVisPCBOperationStep, PCBSceneHelper*,
-                                        qzk::ecad::SublayerPCB_CVSet>;
+    : public SwapStep<ColorVisPCBOperationStep, PCBSceneHelper*, qzk::ecad::SublayerPCB_CVSet> {
+    using Frame = SwapStep<ColorVisPCBOperationStep, PCBSceneHelper*, qzk::ecad::SublayerPCB_CVSet>;
 
 public:
     ColorVisPCBOperationStep(PCBSceneHelper* helper, qzk::ecad::SublayerPCB_CVSet const& set);

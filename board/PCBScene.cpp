@@ -2,7 +2,6 @@
 
 #include "board/ColorVisPCBOperationStep.h"
 #include "board/PCBSceneObserver.h"
-#include "dom/ObserverProxy.h"
 #include "dp/ReadWriteLock.h"
 #include "qzk/Kernel.h"
 #include "qzk/SelectionItem.h"
@@ -17,9 +16,9 @@
 #include "qzkapp/QzkApp.h"
 #include "qzkapp/SceneManager.h"
 #include "qzplugin/PluginHandlerIf.h"
+#include "scene/SceneLink.h"
+#include "scene/SelectionChannels.h"
 #include "scene/StepRecording.h"
-
-#include <atomic>
 
 namespace qzkapp::ecad {
 namespace {
@@ -32,16 +31,14 @@ public:
     ~PCBSceneObserver() override { DetachFromMessageLoop(); }
 
     bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override { scene_.store(nullptr); }
+    void DetachObserver() override { scene_.Cut(); }
     void OnGroupOverlapColorChanged() override {
-        if (PCBScene* scene = scene_.load()) {
-            scene->OnGroupOverlapColorChanged();
-        }
+        scene_.Call([](PCBScene& scene) { scene.OnGroupOverlapColorChanged(); });
     }
     bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
 
 private:
-    std::atomic<PCBScene*> scene_;
+    SceneLink<PCBScene> scene_;
 };
 
 // The exported observer class of the same short name is hidden in this file by the private one.
@@ -86,24 +83,6 @@ private:
     du::SmartPtr<qzk::View> view_;
 };
 
-// A switch of what only visible objects get: the cause, then the new value.
-class OnHighlightIsolateOnlyVisChangedEvent : public dom::ObservableEvent {
-public:
-    OnHighlightIsolateOnlyVisChangedEvent(unsigned char id, unsigned int source, bool flag)
-        : id_(id), source_(source), flag_(flag) {}
-
-    void Post(dom::ObserverProxy* proxy) const override {
-        proxy->PushUInt8Value(id_);
-        proxy->PushUInt32Value(source_);
-        proxy->PushBooleanValue(flag_);
-    }
-
-private:
-    unsigned char id_;
-    unsigned int source_;
-    bool flag_;
-};
-
 unsigned int const kBoardClassId = 162;
 unsigned int const kHighlightColor = 0x01FFFFFF;
 bool const registered = qzk::ClassType::RegisterClass(kBoardClassId, {qzk::classid::Observable});
@@ -134,13 +113,8 @@ PCBScene::PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene)
     AddCVExpandedState(node, false);
 }
 
-PCBScene::~PCBScene() {
-    // Should the scene go without _OnDestroy (a failed start), the kernel's observer must not
-    // reach back into it.
-    if (sceneObserver) {
-        sceneObserver->DetachObserver();
-    }
-}
+// The scene observer's link is cut with the scene's others (BaseScene).
+PCBScene::~PCBScene() = default;
 
 qzk::ClassType const& PCBScene::GetClassType() const {
     return CLASS_TYPE;
@@ -169,11 +143,6 @@ unsigned char PCBScene::ISOLATEONLYVISIBLE_CHANGED_EVENT() {
     return GetBaseEventId() + 4;
 }
 
-void PCBScene::_PostOnlyVisible(unsigned char id, ChangeSource source, bool value) {
-    PostObservableEvent(
-        OnHighlightIsolateOnlyVisChangedEvent(id, static_cast<unsigned int>(source), value), false);
-}
-
 // ---------------------------------------------------------------------------------------------
 // Life
 
@@ -196,8 +165,7 @@ void PCBScene::_OnDestroy() {
         if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
             board->UnregisterObserver(*sceneObserver);
         }
-        // A notice queued before the unregistering must find no scene.
-        sceneObserver->DetachObserver();
+        // A notice queued before the unregistering finds the link cut (OnDestroyQzkScene).
         sceneObserver = nullptr;
     }
     if (kernelScene) {
@@ -250,7 +218,7 @@ void PCBScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetColorVisInfo(sublayerCV);
     }
-    _PostUInt32(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
 }
 
 void PCBScene::GetColorVisInfo(qzk::ecad::SublayerPCB_CVSet& out) const {
@@ -265,7 +233,7 @@ void PCBScene::SetColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetColorVisInfo(sublayerCV);
     }
-    _PostUInt32(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
 }
 
 void PCBScene::ApplyColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& set,
@@ -326,7 +294,7 @@ void PCBScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
     }
     highlightOnlyVisible = value;
     kernelScene->SetHighlightOnlyVisible(value);
-    _PostOnlyVisible(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), source, value);
+    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
 }
 
 bool PCBScene::GetIsolateOnlyVisible() const {
@@ -343,7 +311,7 @@ void PCBScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
     if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
         board->SetIsolateOnlyVisible(value);
     }
-    _PostOnlyVisible(ISOLATEONLYVISIBLE_CHANGED_EVENT(), source, value);
+    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
 }
 
 void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {
@@ -351,9 +319,10 @@ void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> co
     du::SmartPtr<qzk::SelectionManager> selectionManager;
     kernelScene->GetSelectionManager(selectionManager);
     if (selectionManager) {
-        selectionManager->ApplyItems(0, items, qzk::SelectionManager::replace);
+        selectionManager->ApplyItems(kSelectionChannel, items, qzk::SelectionManager::replace);
     }
-    OnSelectionChanged(0, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(), items);
+    OnSelectionChanged(kSelectionChannel, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(),
+                       items);
 }
 
 } // namespace qzkapp::ecad

@@ -13,9 +13,7 @@
 #include "du/Types.h"
 #include "qzk/ClassType.h"
 #include "qzk/Observable.h"
-#include "qzk/ecad/GerberPrefs.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -30,13 +28,6 @@ class PCBSceneObserver;
 
 class QZECAD_EXPORT PCBScene : public Scene, public PCBSceneHelper {
 public:
-    // How an overlay was made, kept under its id.
-    struct OverlayInfo {
-        qzk::ecad::GerberPrefs gerberPrefs;
-        du::Symbol type;
-        bool flag = false;
-    };
-
     static qzk::ClassType const CLASS_TYPE;
 
     explicit PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene);
@@ -50,7 +41,9 @@ private:
 public:
     void Init() override;
     void GetDefaultDrawOrder(std::vector<short>& out) const override;
-    // Not locked.
+    // Not locked, like the layer queries below: they answer the host's questions about a design
+    // it has been told is loaded, after which the design data no longer changes. Asked during a
+    // load they race with its completion.
     std::wstring GetSublayerLabel(short layer, short sublayer) override;
     void LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) override;
     // Not locked; the kernel owns the view's observer.
@@ -98,11 +91,10 @@ protected:
     static unsigned char ROTATION_CHANGED_EVENT();
     static unsigned char ISOLATEONLYVISIBLE_CHANGED_EVENT();
 
-    // The kernel keeps it alive too (ManageObject); its back pointer is cut in _OnDestroy.
+    // The kernel keeps it alive too (ManageObject); its link is cut when the scene ends.
     du::SmartPtr<qzk::ecad::PCBSceneObserver> sceneObserver;
     bool highlightOnlyVisible;
     bool isolateOnlyVisible;
-    std::map<uint64, OverlayInfo> overlayInfoMap;
 
 private:
     friend class qzk::Observable::DefaultRegisterInitHelper<PCBScene,
@@ -110,7 +102,6 @@ private:
 
     // The kernel scene as a board scene; null once the scene has ended.
     qzk::ecad::PCBScene* _GetPCBKernelScene() const;
-    void _PostOnlyVisible(unsigned char id, ChangeSource source, bool value);
 };
 
 } // namespace qzkapp::ecad

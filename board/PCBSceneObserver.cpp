@@ -9,12 +9,11 @@ PCBSceneObserver::PCBSceneObserver() = default;
 PCBSceneObserver::~PCBSceneObserver() = default;
 
 void PCBSceneObserver::HandleEvent(unsigned char tag, dom::MessageReader& reader) {
-    unsigned char const first = PCBScene::GetBaseEventId();
-    if (tag < first) {
-        SceneObserver::HandleEvent(tag, reader);
+    auto const own = OwnEvent<SceneObserver>(*this, tag, PCBScene::GetBaseEventId(), reader);
+    if (!own) {
         return;
     }
-    switch (tag - first) {
+    switch (*own) {
     case 0: {
         unsigned int const source = ReadUInt(reader, "Failed to retrieve the ChangeSource value");
         bool const onlyVisible = ReadBool(reader, "Failed to retrieve the Only Visible value");

@@ -18,7 +18,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/QzkernelConfig.cmake
 install(TARGETS qzecad EXPORT QzecadTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qzecad)
-foreach(dir component scene design board schematic compare)
+foreach(dir ${QZECAD_DIRS})
     install(DIRECTORY ${dir}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qzecad/${dir}
         FILES_MATCHING PATTERN "*.h")
 endforeach()

@@ -2,13 +2,15 @@
 # only visible symbols are the three entry points and the exported classes (QZECAD_EXPORT), is
 # made from it, and the unit tests link the same objects directly so that they can reach the
 # layer's internal classes.
-file(GLOB_RECURSE QZECAD_SOURCES CONFIGURE_DEPENDS
-    ${PROJECT_SOURCE_DIR}/component/*.cpp
-    ${PROJECT_SOURCE_DIR}/scene/*.cpp
-    ${PROJECT_SOURCE_DIR}/design/*.cpp
-    ${PROJECT_SOURCE_DIR}/board/*.cpp
-    ${PROJECT_SOURCE_DIR}/schematic/*.cpp
-    ${PROJECT_SOURCE_DIR}/compare/*.cpp)
+#
+# QZECAD_DIRS names the layer's folders, one per concern; the installed headers follow it too. A
+# new kind of scene adds its folder here.
+set(QZECAD_DIRS component scene design board compare)
+set(QZECAD_SOURCE_GLOBS)
+foreach(dir ${QZECAD_DIRS})
+    list(APPEND QZECAD_SOURCE_GLOBS ${PROJECT_SOURCE_DIR}/${dir}/*.cpp)
+endforeach()
+file(GLOB_RECURSE QZECAD_SOURCES CONFIGURE_DEPENDS ${QZECAD_SOURCE_GLOBS})
 add_library(qzecad_objects OBJECT ${QZECAD_SOURCES})
 qz_warnings(qzecad_objects)
 set_target_properties(qzecad_objects PROPERTIES

@@ -9,12 +9,11 @@ CompareSceneObserver::CompareSceneObserver() = default;
 CompareSceneObserver::~CompareSceneObserver() = default;
 
 void CompareSceneObserver::HandleEvent(unsigned char tag, dom::MessageReader& reader) {
-    unsigned char const first = BaseScene::GetNextEventId();
-    if (tag < first) {
-        BaseSceneObserver::HandleEvent(tag, reader);
+    auto const own = OwnEvent<BaseSceneObserver>(*this, tag, BaseScene::GetNextEventId(), reader);
+    if (!own) {
         return;
     }
-    switch (tag - first) {
+    switch (*own) {
     case 0: {
         bool const second = ReadBool(reader, "Failed to retrieve the second flag");
         unsigned short const error = ReadUShort(reader, "Failed to retrieve the error number");

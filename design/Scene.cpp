@@ -1,6 +1,5 @@
 #include "design/Scene.h"
 
-#include "dom/ObserverProxy.h"
 #include "dp/ReadWriteLock.h"
 #include "qzk/AnnoSet.h"
 #include "qzk/AnnotationSetObserver.h"
@@ -12,19 +11,17 @@
 #include "qzloader/Loader.h"
 
 #include <atomic>
-#include <string>
 
 namespace qzkapp::ecad {
 namespace {
 
 // The completion of the scene's load. The kernel owns it and delivers OnCompleted on the thread
-// it chooses; the scene may have ended by then, and clears the back pointer when it does.
+// it chooses; the scene may have ended by then, and its link is cut when it does. A second load
+// leaves the first event linked: should it still complete, the scene hears it.
 class EcadDesignLoaderEvent : public qzloader::EcadDesignLoaderEvent {
 public:
     explicit EcadDesignLoaderEvent(Scene* scene) : scene_(scene) {}
     ~EcadDesignLoaderEvent() override { DetachFromMessageLoop(); }
-
-    void Forget() { scene_.store(nullptr); }
 
 private:
     // The scene shows no progress of its own.
@@ -32,11 +29,12 @@ private:
 
     void OnCompleted(int status) override;
 
-    std::atomic<Scene*> scene_;
+    SceneLink<Scene> scene_;
 };
 
-// Follows the kernel scene's annotation set so that images that come with the design reach the
-// scene. The back pointer is the scene's, cleared when the scene ends.
+// Follows the kernel scene's annotation set on the scene's behalf; the scene unregisters it and
+// cuts its link when it ends. It follows no notice yet: the link is what image notices will
+// call the scene through.
 class AnnotationSetObserver : public qzk::AnnotationSetObserver {
 public:
     explicit AnnotationSetObserver(Scene* scene) : scene_(scene) {}
@@ -44,28 +42,9 @@ public:
 
     // The scene ends the tie itself, in OnDestroyQzkScene.
     void DetachObserver() override {}
-    void Forget() { scene_.store(nullptr); }
 
 private:
-    std::atomic<Scene*> scene_;
-};
-
-// The load's event, completed with a design's number and text.
-class OnDesignLoadedEvent : public dom::ObservableEvent {
-public:
-    OnDesignLoadedEvent(unsigned char id, std::string text, unsigned short number)
-        : id_(id), text_(std::move(text)), number_(number) {}
-
-    void Post(dom::ObserverProxy* proxy) const override {
-        proxy->PushUInt8Value(id_);
-        proxy->PushUInt16Value(number_);
-        proxy->PushStringValue(text_);
-    }
-
-private:
-    unsigned char id_;
-    std::string text_;
-    unsigned short number_;
+    SceneLink<Scene> scene_;
 };
 
 // The loader's results that tell of a file written by a newer version; the host hears of them
@@ -111,34 +90,23 @@ public:
 namespace {
 
 void EcadDesignLoaderEvent::OnCompleted(int status) {
-    Scene* scene = scene_.load();
-    if (scene == nullptr) {
-        return;
-    }
-    SceneLoadCompletion::Complete(*scene, status, GetErrorNumber(), GetErrorText());
+    scene_.Call([&](Scene& scene) {
+        SceneLoadCompletion::Complete(scene, status, GetErrorNumber(), GetErrorText());
+    });
 }
 
 } // namespace
 
 Scene::Scene(du::SmartPtr<qzk::ecad::Scene> const& scene, unsigned int highlightColor)
     : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor), designLoading(false),
-      loadError(0), compareAreasImageId(0), selectCrossHair(false), crosshairObject(nullptr),
-      crosshairPosition(0.0, 0.0), crosshairSheet(0xFFFFFFFF) {
+      loadError(0) {
     if (kernelScene) {
         kernelScene->SetOverlapColor(overlapColor);
     }
 }
 
-Scene::~Scene() {
-    _ForgetLoaderEvent();
-}
-
-void Scene::_ForgetLoaderEvent() {
-    if (loaderEvent) {
-        static_cast<EcadDesignLoaderEvent*>(loaderEvent.Get())->Forget();
-        loaderEvent = nullptr;
-    }
-}
+// The loader event's link was cut with the scene's others; the event itself is the kernel's.
+Scene::~Scene() = default;
 
 unsigned char Scene::GetBaseEventId() {
     return BaseScene::GetNextEventId();
@@ -154,10 +122,6 @@ unsigned char Scene::SUBLAYERCOLORVIS_CHANGED_EVENT() {
 }
 unsigned char Scene::IMAGE_CHANGED_EVENT() {
     return GetBaseEventId() + 2;
-}
-
-void Scene::_PostDesignLoaded(unsigned short error, du::Symbol const& text) {
-    PostObservableEvent(OnDesignLoadedEvent(ECAD_DESIGN_LOADED_EVENT(), text.str(), error), false);
 }
 
 void Scene::Init() {
@@ -196,7 +160,7 @@ void Scene::LoadEcadDesign() {
     if (!kernel || !loader) {
         return;
     }
-    // A former event keeps its back pointer: should it still complete, the scene hears it.
+    // A former event keeps its link: should it still complete, the scene hears it.
     loaderEvent = new EcadDesignLoaderEvent(this);
     kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(loaderEvent.Get()));
     loader->LoadEcadDesign(design, loaderEvent.Get());
@@ -205,6 +169,10 @@ void Scene::LoadEcadDesign() {
 
 void Scene::OnDesignLoaded() {
     dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        // Ended while the completion waited for the lock: nothing is left to fill or tell.
+        return;
+    }
     designLoading = false;
     loadError = 0;
     loadErrorText = du::Symbol::EMPTY;
@@ -215,9 +183,10 @@ void Scene::OnDesignLoaded() {
     }
     designData =
         design ? du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData()) : nullptr;
+    designLoaded.store(static_cast<bool>(designData), std::memory_order_release);
     loaderEvent = nullptr;
     // Observers hear of the design before the draw order and colours that follow from it.
-    _PostDesignLoaded(0, du::Symbol::EMPTY);
+    _PostEvent(ECAD_DESIGN_LOADED_EVENT(), static_cast<unsigned short>(0), du::Symbol::EMPTY);
     ResetDrawOrder(false);
     LoadColorVisInfo(du::SmartPtr<qzk::Operation>());
     DesignScene(kernelScene).FinishDesignLoad();
@@ -225,6 +194,9 @@ void Scene::OnDesignLoaded() {
 
 void Scene::OnDesignLoadFailed(unsigned short error, du::Symbol const& text) {
     dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        return;
+    }
     designLoading = false;
     loadError = error;
     loadErrorText = text;
@@ -233,25 +205,27 @@ void Scene::OnDesignLoadFailed(unsigned short error, du::Symbol const& text) {
     }
     loaderEvent = nullptr;
     // designData is left alone: a scene that had no design keeps none.
-    _PostDesignLoaded(error, text);
+    _PostEvent(ECAD_DESIGN_LOADED_EVENT(), error, text);
 }
 
 void Scene::OnDestroyQzkScene() {
     if (annotationSetObserver) {
-        static_cast<AnnotationSetObserver*>(annotationSetObserver.Get())->Forget();
         annotationSetObserver->Unregister();
         annotationSetObserver = nullptr;
     }
-    // The kernel scene goes next; a load that completes after this has nothing left to fill.
-    _ForgetLoaderEvent();
+    // The kernel scene goes next; a load that completes after this finds the link cut.
+    loaderEvent = nullptr;
     BaseScene::OnDestroyQzkScene();
 }
 
 bool Scene::IsDesignLoaded() const {
-    return static_cast<bool>(designData);
+    // Unlocked, so that it can be asked from anywhere; the flag is published after designData.
+    return designLoaded.load(std::memory_order_acquire);
 }
 
 IcmApiEcad* Scene::GetIcmApiEcad() const {
+    // The completion writes designData under the lock, possibly on another thread.
+    dp::ReadLocker lock(GetRWLock());
     return designData ? designData->GetIcmApiEcad() : nullptr;
 }
 

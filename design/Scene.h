@@ -3,18 +3,17 @@
 //
 // The load starts in Init. A design that is in memory already is taken over at once, inside
 // Init; otherwise the kernel's loader reads it and its completion event calls back into the
-// scene. That event holds a plain pointer back to the scene, cleared when the scene ends, so a
-// completion that arrives late finds nothing to call.
+// scene through a SceneLink, cut when the scene ends, so a completion that arrives late finds
+// nothing to call.
 #pragma once
 
 #include "component/ComponentExport.h"
-#include "dg/DPoint2D.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "du/Types.h"
-#include "qzk/ecad/AnnoCVInfo.h"
 #include "scene/BaseScene.h"
 
+#include <atomic>
 #include <vector>
 
 namespace qzk {
@@ -65,25 +64,16 @@ protected:
     bool designLoading;
     unsigned short loadError;
     du::Symbol loadErrorText;
-    std::vector<qzk::ecad::AnnoCVInfo> imageCV;
-    std::vector<uint64> areaImageIds;
-    uint64 compareAreasImageId;
-    bool selectCrossHair;
-    // An object of the design; the design owns it.
-    void* crosshairObject;
-    dg::DPoint2D crosshairPosition;
-    unsigned int crosshairSheet;
     du::SmartPtr<qzloader::EcadDesignLoaderEvent> loaderEvent;
     du::SmartPtr<qzk::AnnotationSetObserver> annotationSetObserver;
 
 private:
+    // Mirrors whether designData is set, for the unlocked IsDesignLoaded.
+    std::atomic<bool> designLoaded{false};
+
     friend class SceneLoadCompletion;
 
     static unsigned char GetBaseEventId();
-
-    void _PostDesignLoaded(unsigned short error, du::Symbol const& text);
-    // Cuts the completion event's tie to this scene; the event itself is the kernel's.
-    void _ForgetLoaderEvent();
 };
 
 } // namespace qzkapp::ecad

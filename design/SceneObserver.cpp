@@ -10,12 +10,11 @@ SceneObserver::~SceneObserver() = default;
 
 void SceneObserver::HandleEvent(unsigned char tag, dom::MessageReader& reader) {
     // The design scenes' family starts where the base family ends.
-    unsigned char const first = BaseScene::GetNextEventId();
-    if (tag < first) {
-        BaseSceneObserver::HandleEvent(tag, reader);
+    auto const own = OwnEvent<BaseSceneObserver>(*this, tag, BaseScene::GetNextEventId(), reader);
+    if (!own) {
         return;
     }
-    switch (tag - first) {
+    switch (*own) {
     case 0: {
         unsigned short const error = ReadUShort(reader, "Failed to retrieve the error number");
         du::Symbol const text = ReadSymbol(reader, "Failed to retrieve the error string");

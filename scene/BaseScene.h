@@ -25,6 +25,8 @@
 #include "qzk/ecad/ItemContainer.h"
 #include "scene/ChangeSource.h"
 #include "scene/GroupInfo.h"
+#include "scene/SceneEvent.h"
+#include "scene/SceneLink.h"
 #include "scene/SearchQueryInfo.h"
 
 #include <map>
@@ -217,9 +219,10 @@ protected:
         return DoUnregisterObserver(observer);
     }
 
-    // Posts the event with one 32-bit payload / with none.
-    void _PostUInt32(unsigned char id, unsigned int value);
-    void _PostSimple(unsigned char id);
+    // Posts the event id with the values as its payload, in order (SceneEvent).
+    template <class... Values> void _PostEvent(unsigned char id, Values const&... values) {
+        PostObservableEvent(SceneEvent<Values...>(id, values...), false);
+    }
 
     qzk::ecad::ItemContainer<qzk::ecad::HighlightItem> highlights;
     SearchQueryInfo searchQueryInfo;
@@ -245,15 +248,21 @@ protected:
     qzk::ecad::GroupCVInfoSet groupCV;
 
 private:
+    SceneLinks links;
+
+private:
+    template <class> friend class SceneLink;
     friend class BaseSceneObserver;
     friend class SceneObserver;
     friend class CompareSceneObserver;
     friend class Scene;
-    friend class CompareScene;
     friend class DisplayPriorityResetStep;
     friend class DisplayPriorityApplyStep;
 
     static unsigned char GetBaseEventId();
+
+    // The forwarders' ties to this scene; cut when the scene ends.
+    SceneLinks& _GetLinks() { return links; }
 
     int _AddToHighlights(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items);
     int _ClearHighlights();
@@ -264,6 +273,11 @@ private:
                          du::SmartPtr<qzk::Operation> const& op, bool replace);
     void _PostHighlightCount(unsigned int count, bool redraw);
     void _RewriteSelectionLooks();
+    // Clears the look of every entry (on the highlight layer or the selection layer) and empties
+    // the set.
+    void _ClearLooks(std::set<qzk::ecad::AppearanceItem>& items, bool highlightLayer);
+    // Each highlight in its own stored colour and font.
+    void _RewriteStoredHighlightLooks();
     void _RewriteAssociatedLooks();
 };
 

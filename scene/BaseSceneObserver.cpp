@@ -10,12 +10,11 @@ BaseSceneObserver::BaseSceneObserver() = default;
 BaseSceneObserver::~BaseSceneObserver() = default;
 
 void BaseSceneObserver::HandleEvent(unsigned char tag, dom::MessageReader& reader) {
-    unsigned char const first = BaseScene::GetBaseEventId();
-    if (tag < first) {
-        qzk::Observer::HandleEvent(tag, reader);
+    auto const own = OwnEvent<qzk::Observer>(*this, tag, BaseScene::GetBaseEventId(), reader);
+    if (!own) {
         return;
     }
-    switch (tag - first) {
+    switch (*own) {
     case 0:
         OnDrawOrderChanged();
         return;

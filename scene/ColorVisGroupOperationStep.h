@@ -5,15 +5,15 @@
 #include "du/SmartPtr.h"
 #include "qzk/ecad/GroupCVInfoSet.h"
 #include "scene/BaseScene.h"
-#include "scene/ColorVisOperationStep.h"
+#include "scene/SwapStep.h"
 
 namespace qzkapp::ecad {
 
 class ColorVisGroupOperationStep
-    : public ColorVisOperationStep<ColorVisGroupOperationStep, du::SmartPtr<BaseScene>,
-                                   qzk::ecad::GroupCVInfoSet> {
-    using Frame = ColorVisOperationStep<ColorVisGroupOperationStep, du::SmartPtr<BaseScene>,
-                                        qzk::ecad::GroupCVInfoSet>;
+    : public SwapStep<ColorVisGroupOperationStep, du::SmartPtr<BaseScene>,
+                      qzk::ecad::GroupCVInfoSet> {
+    using Frame =
+        SwapStep<ColorVisGroupOperationStep, du::SmartPtr<BaseScene>, qzk::ecad::GroupCVInfoSet>;
 
 public:
     ColorVisGroupOperationStep(BaseScene* scene, qzk::ecad::GroupCVInfoSet const& groups);

@@ -3,10 +3,10 @@
 namespace qzkapp::ecad {
 
 DisplayPriorityApplyStep::DisplayPriorityApplyStep(BaseScene* scene)
-    : scene_(scene), invert_(false) {
-    if (scene_) {
-        scene_->GetDrawOrder(order_);
-        invert_ = scene_->GetInvertLayers();
+    : Frame(du::SmartPtr<BaseScene>(scene), DrawOrderState()) {
+    if (target_) {
+        target_->GetDrawOrder(state_.order);
+        state_.invert = target_->GetInvertLayers();
     }
 }
 
@@ -15,16 +15,13 @@ du::Symbol DisplayPriorityApplyStep::GetStepType() {
     return type;
 }
 
-void DisplayPriorityApplyStep::Undo() {
-    if (!scene_) {
-        return;
-    }
-    bool const presentInvert = scene_->GetInvertLayers();
-    std::vector<short> present;
-    scene_->GetDrawOrder(present);
-    scene_->SetDrawOrder(order_, true, invert_);
-    order_ = std::move(present);
-    invert_ = presentInvert;
+void DisplayPriorityApplyStep::Read(DrawOrderState& present) const {
+    present.invert = target_->GetInvertLayers();
+    target_->GetDrawOrder(present.order);
+}
+
+void DisplayPriorityApplyStep::Apply(DrawOrderState const& held) const {
+    target_->SetDrawOrder(held.order, true, held.invert);
 }
 
 } // namespace qzkapp::ecad

@@ -4,23 +4,24 @@
 #pragma once
 
 #include "du/SmartPtr.h"
-#include "qzk/OperationStep.h"
 #include "scene/BaseScene.h"
-
-#include <vector>
+#include "scene/DrawOrderState.h"
+#include "scene/SwapStep.h"
 
 namespace qzkapp::ecad {
 
-class DisplayPriorityApplyStep : public qzk::OperationStep {
+class DisplayPriorityApplyStep
+    : public SwapStep<DisplayPriorityApplyStep, du::SmartPtr<BaseScene>, DrawOrderState> {
+    using Frame = SwapStep<DisplayPriorityApplyStep, du::SmartPtr<BaseScene>, DrawOrderState>;
+
 public:
     explicit DisplayPriorityApplyStep(BaseScene* scene);
     du::Symbol GetStepType() override;
-    void Undo() override;
 
 private:
-    du::SmartPtr<BaseScene> scene_;
-    std::vector<short> order_;
-    bool invert_;
+    friend Frame;
+    void Read(DrawOrderState& present) const;
+    void Apply(DrawOrderState const& held) const;
 };
 
 } // namespace qzkapp::ecad

@@ -3,22 +3,28 @@
 #pragma once
 
 #include "du/SmartPtr.h"
-#include "qzk/OperationStep.h"
+#include "du/Types.h"
 #include "scene/BaseScene.h"
+#include "scene/SwapStep.h"
 
 namespace qzkapp::ecad {
 
-class DisplayPriorityOperationStep : public qzk::OperationStep {
+class DisplayPriorityOperationStep
+    : public SwapStep<DisplayPriorityOperationStep, du::SmartPtr<BaseScene>, uint64> {
+    using Frame = SwapStep<DisplayPriorityOperationStep, du::SmartPtr<BaseScene>, uint64>;
+
 public:
     DisplayPriorityOperationStep(BaseScene* scene, short layer, uint64 oldIndex, uint64 newIndex);
     du::Symbol GetStepType() override;
-    void Undo() override;
     void Redo() override;
 
 private:
-    du::SmartPtr<BaseScene> scene_;
+    friend Frame;
+    void Read(uint64& /*present*/) const {}
+    void Apply(uint64 const& index) const;
+    void Keep(uint64&& /*present*/) {}
+
     short layer_;
-    uint64 oldIndex_;
     uint64 newIndex_;
 };
 

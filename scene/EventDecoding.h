@@ -5,6 +5,7 @@
 #include "dom/MessageReader.h"
 #include "du/Symbol.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -49,6 +50,18 @@ inline du::Symbol ReadSymbol(dom::MessageReader& reader, char const* error) {
         throw std::runtime_error(error);
     }
     return du::Symbol(value);
+}
+
+// An observer family's events follow its base family's: a tag below first goes to Base's
+// decoder. Gives the tag's place within this family, or nothing once it was handed down.
+template <class Base, class Observer>
+std::optional<unsigned int> OwnEvent(Observer& observer, unsigned char tag, unsigned char first,
+                                     dom::MessageReader& reader) {
+    if (tag < first) {
+        observer.Base::HandleEvent(tag, reader);
+        return std::nullopt;
+    }
+    return static_cast<unsigned int>(tag - first);
 }
 
 [[noreturn]] inline void ThrowUnrecognised(char const* observerClass, unsigned char tag) {

@@ -5,34 +5,30 @@
 
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
-#include "qzk/OperationStep.h"
 #include "scene/BaseScene.h"
+#include "scene/SwapStep.h"
 
 namespace qzkapp::ecad {
 
-template <class Container> class ItemsApearnceOperationStep : public qzk::OperationStep {
+template <class Container>
+class ItemsApearnceOperationStep
+    : public SwapStep<ItemsApearnceOperationStep<Container>, du::SmartPtr<BaseScene>, Container> {
+    using Frame =
+        SwapStep<ItemsApearnceOperationStep<Container>, du::SmartPtr<BaseScene>, Container>;
+
 public:
     ItemsApearnceOperationStep(BaseScene* scene, Container const& items)
-        : scene_(scene), items_(items) {}
+        : Frame(du::SmartPtr<BaseScene>(scene), items) {}
 
     du::Symbol GetStepType() override {
         static du::Symbol const type("QzkappEcadHlightIsolateOperationStep");
         return type;
     }
 
-    void Undo() override {
-        if (!scene_) {
-            return;
-        }
-        Container present;
-        scene_->GetItems(present);
-        scene_->SetItems(items_, true);
-        items_ = present;
-    }
-
 private:
-    du::SmartPtr<BaseScene> scene_;
-    Container items_;
+    friend Frame;
+    void Read(Container& present) const { this->target_->GetItems(present); }
+    void Apply(Container const& held) const { this->target_->SetItems(held, true); }
 };
 
 } // namespace qzkapp::ecad

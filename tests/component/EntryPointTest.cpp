@@ -1,6 +1,5 @@
 // The component's door, in process: entry points and the factory's refusals.
 #include "component/EntryPoints.h"
-#include "component/GerberSource.h"
 #include "component/SceneApiFactory.h"
 #include "qzk/Scene.h"
 #include "qzk/ViewableSource.h"
@@ -55,23 +54,6 @@ TEST_F(Factory, ViewCreatedTellsTheKernelSceneThenTheApiScene) {
     factory.ViewCreated(du::SmartPtr<qzk::Scene>(), du::SmartPtr<qzk::View>(view));
     EXPECT_EQ(kernel->GetViewCreatedCount(), 1u);
     EXPECT_EQ(scene->viewsCreated, 1);
-}
-
-} // namespace
-
-namespace {
-
-bool Gerber(char const* path) {
-    return qzkapp::ecad::IsGerberSource(qzk::ViewableSource::Create(path));
-}
-
-TEST(GerberSource, ExtensionIsFoundAnywhereInTheListWhateverItsCase) {
-    EXPECT_TRUE(Gerber("/designs/top.gbr"));
-    EXPECT_TRUE(Gerber("/designs/TOP.GBR")); // lower-cased before the search
-    EXPECT_TRUE(Gerber("/designs/outline")); // no extension: the empty string is always found
-    EXPECT_TRUE(Gerber("/designs/top.gb"));  // a fragment of an entry passes too
-    EXPECT_FALSE(Gerber("/designs/board.json"));
-    EXPECT_FALSE(Gerber("/designs/v1.2/board.brd"));
 }
 
 } // namespace
