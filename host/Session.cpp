@@ -200,9 +200,8 @@ bool Session::ItemCommand(Call const& call, char const* label, ItemOperation ope
     if (!Items(call, 1, items)) {
         return false;
     }
-    auto const op = NewOperation(label);
-    (api_.*operation)(items, op);
-    Record(op);
+    // Highlight and isolation operations put their operation on the undo list themselves.
+    (api_.*operation)(items, NewOperation(label));
     return true;
 }
 
@@ -226,9 +225,7 @@ bool Session::ClearHighlights(Call const& call) {
     if (!call.Count(0, 0, "no words after clear-highlights")) {
         return false;
     }
-    auto const op = NewOperation("Clear highlights");
-    api_.ClearHighlights(op);
-    Record(op);
+    api_.ClearHighlights(NewOperation("Clear highlights"));
     return true;
 }
 
@@ -236,9 +233,7 @@ bool Session::ClearIsolated(Call const& call) {
     if (!call.Count(0, 0, "no words after clear-isolated")) {
         return false;
     }
-    auto const op = NewOperation("Clear isolated");
-    api_.ClearAllIsolated(op);
-    Record(op);
+    api_.ClearAllIsolated(NewOperation("Clear isolated"));
     return true;
 }
 

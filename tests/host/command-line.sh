@@ -2,7 +2,7 @@
 # The host's command line: each case runs the host, then checks its status and the one line it
 # must print. Usage: command-line.sh QZHOST EXAMPLES_DIR
 set -uo pipefail
-host=$1
+host=$(realpath "$1")
 examples=$2
 failures=0
 scratch=$(mktemp -d)
@@ -24,7 +24,7 @@ check() {
 
 board=$examples/designs/four-layer-board.json
 check 0 'qzhost 0\.1\.0' -- --version
-check 0 'open DESIGN' -- open --help
+check 0 'Usage: .* open \[OPTIONS\] design' -- open --help
 check 2 'Usage' -- --frobnicate
 check 2 'Usage' -- open "$board" --frobnicate
 check 2 'design is required' -- open
