@@ -39,6 +39,7 @@ void HostEvents::OnAssocHighlightColorChanged(unsigned int color) {
 void HostEvents::OnDesignLoaded(unsigned short error, du::Symbol const& text) {
     if (error == 0) {
         std::printf("design loaded\n");
+        std::fflush(stdout);
     } else {
         loadError_ = "error " + std::to_string(error) + ": " + text.str();
     }

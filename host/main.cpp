@@ -134,6 +134,7 @@ int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& sc
     api->RegisterObserver(*observer);
     WaitForLoad(options.design);
     journal.Flush();
+    std::printf("design: %s\n", options.design.c_str());
 
     int status = 0;
     if (!api->IsDesignLoaded()) {
