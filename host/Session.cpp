@@ -9,6 +9,7 @@
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 #include "qzref/DesignObject.h"
 #include "qzref/Messages.h"
+#include "qzref/Renderer.h"
 #include "qzref/UndoControl.h"
 
 #include <exception>
@@ -61,6 +62,7 @@ Session::Entry const Session::kCommands[] = {
     {"redo", &Session::Redo},
     {"print", &Session::Print},
     {"expect", &Session::Expect},
+    {"render", &Session::Render},
 };
 
 Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> scene,
@@ -423,6 +425,24 @@ bool Session::Expect(Call const& call) {
     if (*value != wanted) {
         return call.Fail(equals + 1, "expectation failed: " + Join(call.words, 1, equals) +
                                          " is '" + *value + "', expected '" + wanted + "'");
+    }
+    return true;
+}
+
+bool Session::RenderTo(std::string const& path, std::string& why) const {
+    qzref::Renderer::View view;
+    view.flip = api_.GetFlip();
+    view.rotation = api_.GetRotation();
+    return qzref::Renderer::Render(*scene_, view, path, why);
+}
+
+bool Session::Render(Call const& call) {
+    if (!call.Count(1, 1, "a picture file, .png or .svg")) {
+        return false;
+    }
+    std::string why;
+    if (!RenderTo(call.words[1].text, why)) {
+        return call.Fail(1, "cannot render: " + why);
     }
     return true;
 }

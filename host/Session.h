@@ -41,6 +41,9 @@ public:
 
     static std::vector<std::string> CommandNames();
 
+    // Draws the scene as it stands to a PNG or SVG file; false with why.
+    bool RenderTo(std::string const& path, std::string& why) const;
+
 private:
     struct Call {
         std::vector<ScriptWord> const& words; // words[0] is the command
@@ -74,6 +77,7 @@ private:
     bool Redo(Call const& call);
     bool Print(Call const& call);
     bool Expect(Call const& call);
+    bool Render(Call const& call);
 
     using ItemOperation = void (qzkapp::ecad::BaseScene::*)(
         std::vector<du::SmartPtr<qzk::SelectionItem>> const&, du::SmartPtr<qzk::Operation> const&);

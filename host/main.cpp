@@ -1,7 +1,8 @@
 // qzhost: opens a design the way a viewer does, through the scene layer's factory, and runs a
 // scripted session on it.
 //
-//     qzhost open DESIGN [--compare DESIGN] [--kind N] [--script FILE] [--events] [--journal]
+//     qzhost open DESIGN [--compare DESIGN] [--kind N] [--script FILE] [--render FILE.png|FILE.svg]
+//                 [--events] [--journal]
 //
 // The layer is the libqzecad the host was linked with, loaded again with dlopen and entered
 // through QZDllCreateComponent as any host does. Relative design paths that do not exist from
@@ -52,6 +53,7 @@ struct Options {
     std::string compare;
     std::optional<unsigned int> kind;
     std::string script;
+    std::string render;
     bool events = false;
     bool journal = false;
     std::string library;
@@ -139,18 +141,23 @@ int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& sc
     int status = 0;
     if (!api->IsDesignLoaded()) {
         status = Fail("cannot load " + options.design + ": " + observer->GetLoadError());
-    } else if (!options.script.empty()) {
-        std::string const script = Resolve(options.script);
-        std::ifstream in(script);
-        if (!in) {
-            status = Fail("cannot open the script " + options.script);
-        } else {
-            qzhost::Session session(*api, scene, stdout);
-            session.SetAfterLine([&journal] { journal.Flush(); });
+    } else {
+        qzhost::Session session(*api, scene, stdout);
+        session.SetAfterLine([&journal] { journal.Flush(); });
+        if (!options.script.empty()) {
+            std::string const script = Resolve(options.script);
+            std::ifstream in(script);
             std::string error;
-            if (!session.Run(in, options.script, error)) {
+            if (!in) {
+                status = Fail("cannot open the script " + options.script);
+            } else if (!session.Run(in, options.script, error)) {
                 status = Fail(error);
             }
+        }
+        // The picture shows the state the session ended in; none after a failed session.
+        std::string why;
+        if (status == 0 && !options.render.empty() && !session.RenderTo(options.render, why)) {
+            status = Fail("cannot render: " + why);
         }
     }
     std::fflush(stdout);
@@ -259,6 +266,8 @@ int main(int argc, char** argv) {
                      "the scene kind (73 schematic, 74 board, 159, 161, 171 compare); "
                      "default: from the designs' kinds");
     open->add_option("--script", options.script, "a session script to run (docs/sessions.md)");
+    open->add_option("--render", options.render,
+                     "draw the scene as the session left it to a .png or .svg file");
     open->add_flag("--events", options.events, "print every event the observer hears");
     open->add_flag("--journal", options.journal, "print the kernel calls the layer made");
     open->add_option("--library", options.library,
