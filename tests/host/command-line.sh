@@ -45,6 +45,15 @@ check 1 "^qzhost: $scratch/bad.qzs:2:23: expectation failed: highlights is 'U1',
 check 1 'scene closed' -- open "$board" --script "$scratch/bad.qzs"
 check 1 'cannot open the script' -- open "$board" --script "$scratch/none.qzs"
 
+# Pictures: written where asked, a clear line when they cannot be.
+check 0 'scene closed' -- open "$board" --script "$examples/sessions/picture.qzs" --render "$scratch/p.png"
+[ "$(head -c 4 "$scratch/p.png" 2>/dev/null | tail -c 3)" = "PNG" ] || {
+    echo "FAIL: no PNG written"; failures=$((failures + 1)); }
+check 1 '^qzhost: cannot render: /nonexistent/p.png: ' -- open "$board" --render /nonexistent/p.png
+printf 'render
+' >"$scratch/render.qzs"
+check 1 'render.qzs:1:7: expected a picture file, .png or .svg' -- open "$board" --script "$scratch/render.qzs"
+
 # Events and the journal, in the order they happened.
 printf 'highlight U1\nflip\n' >"$scratch/events.qzs"
 check 0 'event: highlight changed, 1 items' -- open "$board" --script "$scratch/events.qzs" --events
