@@ -24,7 +24,9 @@ qzref::DesignObject const* Shape(qzref::DesignReadResult const& read) {
 }
 
 qzref::DesignReadResult Read(std::string const& text) {
-    std::string const path = testing::TempDir() + "qzhost-geometry.json";
+    std::string const path = testing::TempDir() + "qzhost-geometry-" +
+                             testing::UnitTest::GetInstance()->current_test_info()->name() +
+                             ".json";
     std::ofstream(path) << text;
     auto result = qzref::ReadDesignFile(path);
     std::remove(path.c_str());

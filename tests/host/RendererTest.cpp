@@ -52,8 +52,11 @@ unsigned int const kRed = 0xFF0000, kGreen = 0x00FF00, kBlue = 0x0000FF, kBlack 
 class RendererTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        design_ = testing::TempDir() + "qzhost-render-board.json";
-        picture_ = testing::TempDir() + "qzhost-render.png";
+        // ctest runs each test as its own process, side by side: one set of files each.
+        std::string const stem = testing::TempDir() + "qzhost-render-" +
+                                 testing::UnitTest::GetInstance()->current_test_info()->name();
+        design_ = stem + ".json";
+        picture_ = stem + ".png";
         std::ofstream(design_) << kBoard;
         qzref::Platform::Start();
         du::SmartPtr<du::RefCounted> component;
@@ -160,7 +163,7 @@ TEST_F(RendererTest, FlippedBoardIsMirroredAndSvgIsWritten) {
     turned.rotation = 180;
     EXPECT_EQ(Pixels(turned, kLeftRight), (std::vector<unsigned int>{kBlue, kRed, kBlack, kBlack}));
 
-    std::string const svg = testing::TempDir() + "qzhost-render.svg";
+    std::string const svg = picture_ + ".svg";
     std::string error;
     ASSERT_TRUE(qzref::Renderer::Render(*scene_, {}, svg, error)) << error;
     std::ifstream in(svg);

@@ -82,7 +82,9 @@ TEST(SceneKind, ReadsTheKindOrSaysWhyNot) {
     EXPECT_FALSE(SceneKind::ReadDesignKind("/nonexistent/x.json", error).has_value());
     EXPECT_EQ(error, "/nonexistent/x.json: cannot open the design file");
 
-    std::string const path = testing::TempDir() + "qzhost-kind.json";
+    std::string const path = testing::TempDir() + "qzhost-kind-" +
+                             testing::UnitTest::GetInstance()->current_test_info()->name() +
+                             ".json";
     for (auto const& [text, why] :
          std::vector<std::pair<std::string, std::string>>{{"[1, 2]", "not a JSON object"},
                                                           {"{\"kind\": 3}", "no \"kind\""},
