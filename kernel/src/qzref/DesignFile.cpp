@@ -1,4 +1,5 @@
 #include "qzref/DesignFile.h"
+#include "qzref/DesignGeometryReader.h"
 
 #include "IcmApiEcad.h"
 #include "qz2d/ecad/Design.h"
@@ -390,6 +391,12 @@ private:
             if (board->FindSublayer(object.layer, object.sublayer) == nullptr) {
                 Invalid(where, "no sublayer (" + std::to_string(object.layer) + ", " +
                                    std::to_string(object.sublayer) + ") on this board");
+            }
+            if (auto const geometry = item.find("geometry"); geometry != item.end()) {
+                if (auto const why = qzref::ReadDesignGeometry(*geometry, object.geometry)) {
+                    Invalid(where + "/geometry" + why->substr(0, why->find(':')),
+                            why->substr(why->find(':') + 2));
+                }
             }
         };
         std::map<std::string, DesignObject*> pins;
