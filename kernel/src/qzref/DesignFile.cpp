@@ -44,8 +44,8 @@ enum : long {
     kNewerUnreadable = -8,
 };
 
-// A design of a million objects takes a little over 100 MiB; anything past this is not a design
-// this kernel could hold in memory as a parsed tree anyway.
+// A design of a million objects takes about 40 MiB and needs some 15 times that in memory while
+// it is read; a file past this limit would not fit a desktop's memory as a parsed tree anyway.
 constexpr std::size_t kMaxFileBytes = std::size_t{256} << 20;
 // Lists and objects inside each other; real designs nest five deep.
 constexpr std::size_t kMaxNesting = 256;
