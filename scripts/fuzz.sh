@@ -23,7 +23,7 @@ run() { # target, log, arguments...
     shift 2
     local status=0
     "$dir/fuzz/$target" "$@" >"$log" 2>&1 || status=$?
-    grep -E "^(#[0-9]+ +(INITED|DONE)|stat::|SUMMARY|==[0-9]+==ERROR)" "$log" || true
+    grep -E "^(#[0-9]+[[:space:]]+(INITED|DONE)|stat::|SUMMARY|==[0-9]+==ERROR)" "$log" || true
     if [ "$status" -ne 0 ]; then
         tail -40 "$log"
         echo "== $target failed ($status); see $log"
