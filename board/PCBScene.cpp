@@ -149,7 +149,7 @@ unsigned char PCBScene::ISOLATEONLYVISIBLE_CHANGED_EVENT() {
 void PCBScene::Init() {
     du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
     dp::WriteLocker lock(GetRWLock());
-    sceneObserver = new KernelSceneObserver(this);
+    sceneObserver = du::MakeCounted<KernelSceneObserver>(this);
     if (kernel) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
     }
@@ -178,7 +178,7 @@ void PCBScene::_OnDestroy() {
 
 void PCBScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
     du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
-    du::SmartPtr<PCBViewObserver> observer(new PCBViewObserver(manager.Get(), view));
+    auto observer = du::MakeCounted<PCBViewObserver>(manager.Get(), view);
     if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
     }
