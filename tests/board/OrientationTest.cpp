@@ -78,10 +78,10 @@ TEST_F(OrientationTest, RotationIsStoredReducedWhileTheViewTurnsByWhatWasAsked) 
 
     api_->SetRotation(450, op, true);
     EXPECT_EQ(api_->GetRotation(), 90);
-    EXPECT_EQ(Ops(Journal::Since(mark), {"AddStep", "RunWorkflowAction"}),
-              (std::vector<std::string>{
-                  "AddStep(\"orientation\", QzkappEcadRotationOperationStep)",
-                  "RunWorkflowAction(\"rotate\", \"Z\", 0, RotateData(450))"}));
+    EXPECT_EQ(
+        Ops(Journal::Since(mark), {"AddStep", "RunWorkflowAction"}),
+        (std::vector<std::string>{"AddStep(\"orientation\", QzkappEcadRotationOperationStep)",
+                                  "RunWorkflowAction(\"rotate\", \"Z\", 0, RotateData(450))"}));
     api_->SetRotation(450, op, true); // 90 already
     api_->AddRotation(-180, op);
     EXPECT_EQ(api_->GetRotation(), -90); // not 270
