@@ -13,6 +13,9 @@ for b in json.load(sys.stdin)["benchmarks"]:
     runs.setdefault(name, {})[int(size)] = b["real_time"]
 
 floor = runs.get("BM_BoardFloor", {})
+if len(floor) > 1:
+    lo, hi = min(floor), max(floor)
+    print(f"BM_BoardFloor per-item cost at {hi} / at {lo}: {(floor[hi] / hi) / (floor[lo] / lo):.2f}")
 for name in ("BM_BoardHighlight", "BM_BoardIsolate"):
     times = runs.get(name, {})
     sizes = sorted(set(times) & set(floor))
