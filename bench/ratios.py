@@ -5,11 +5,12 @@ smallest size to the largest."""
 import json
 import sys
 
+# With --benchmark_repetitions the medians are taken, otherwise the single runs.
+benchmarks = json.load(sys.stdin)["benchmarks"]
+medians = [b for b in benchmarks if b.get("aggregate_name") == "median"]
 runs = {}
-for b in json.load(sys.stdin)["benchmarks"]:
-    if b.get("run_type", "iteration") != "iteration":
-        continue
-    name, size = b["name"].split("/")[:2]
+for b in medians or [b for b in benchmarks if b.get("run_type", "iteration") == "iteration"]:
+    name, size = b["run_name"].split("/")[:2]
     runs.setdefault(name, {})[int(size)] = b["real_time"]
 
 floor = runs.get("BM_BoardFloor", {})
