@@ -53,8 +53,7 @@ bool PCBSceneHelper::_SetRotation(du::SmartPtr<BaseScene> const& scene,
         auto const angle =
             static_cast<short>(flip ? this->rotation - rotation : rotation - this->rotation);
         RunRotate(view, "Z",
-                  du::SmartPtr<du::RefCounted>(
-                      du::SmartPtr<qzk::ecad::RotateData>(new qzk::ecad::RotateData(angle))));
+                  du::SmartPtr<du::RefCounted>(du::MakeCounted<qzk::ecad::RotateData>(angle)));
     }
     this->rotation = reduced;
     return true;
