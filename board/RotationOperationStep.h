@@ -17,7 +17,8 @@ class RotationOperationStep
 
 public:
     explicit RotationOperationStep(BaseScene* scene)
-        : Frame(du::SmartPtr<BaseScene>(scene), scene != nullptr ? scene->GetRotation() : 0) {}
+        : Frame(du::SmartPtr<BaseScene>(scene),
+                scene != nullptr ? scene->GetRotation() : short{0}) {}
 
     du::Symbol GetStepType() override {
         static du::Symbol const type("QzkappEcadRotationOperationStep");

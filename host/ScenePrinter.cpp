@@ -92,6 +92,7 @@ std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& w
         std::vector<short> order;
         api_.GetDrawOrder(order);
         std::vector<std::string> words;
+        words.reserve(order.size());
         for (short layer : order) {
             words.push_back(std::to_string(layer));
         }

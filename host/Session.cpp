@@ -65,7 +65,7 @@ Session::Entry const Session::kCommands[] = {
     {"render", &Session::Render},
 };
 
-Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> scene,
+Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
                  std::FILE* out)
     : api_(api), scene_(scene), printer_(api, scene), out_(out) {}
 
@@ -110,7 +110,9 @@ bool Session::Run(std::istream& in, std::string const& file, std::string& error)
             ok = RunLine(*line, why, column);
         }
         if (!ok) {
-            error = file + ":" + std::to_string(number) + ":" + std::to_string(column) + ": " + why;
+            error = file;
+            error += ":" + std::to_string(number) + ":" + std::to_string(column) + ": ";
+            error += why;
             return false;
         }
     }

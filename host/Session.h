@@ -27,7 +27,8 @@ namespace qzhost {
 
 class Session {
 public:
-    Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> scene, std::FILE* out);
+    Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
+            std::FILE* out);
 
     // Runs every line of in; stops at the first line that cannot be run or whose expectation
     // fails, and sets error to "<file>:<line>:<column>: <why>".

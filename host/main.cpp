@@ -29,6 +29,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -285,5 +286,9 @@ int main(int argc, char** argv) {
     if (options.design.empty()) {
         return Fail("the design path is empty");
     }
-    return RunWithLayer(options);
+    try {
+        return RunWithLayer(options);
+    } catch (std::exception const& e) {
+        return Fail(e.what());
+    }
 }

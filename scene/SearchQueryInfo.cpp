@@ -41,11 +41,15 @@ void SearchQueryInfo::Init() {
     lastAppliedQuery = du::MakeCounted<queryinterface::SimpleQuery>();
 }
 
-void SearchQueryInfo::SetDlgLastConfig(du::SmartPtr<queryinterface::SimpleQuery> query) {
+// Taken by value: the caller's reference goes on return, and only the content is kept.
+void SearchQueryInfo::SetDlgLastConfig(du::SmartPtr<queryinterface::SimpleQuery>
+                                           query) { // NOLINT(performance-unnecessary-value-param)
     CopyContent(dlgLastConfig, query);
 }
 
-void SearchQueryInfo::SetLastAppliedQuery(du::SmartPtr<queryinterface::SimpleQuery> query) {
+void SearchQueryInfo::SetLastAppliedQuery(
+    du::SmartPtr<queryinterface::SimpleQuery>
+        query) { // NOLINT(performance-unnecessary-value-param)
     CopyContent(lastAppliedQuery, query);
 }
 

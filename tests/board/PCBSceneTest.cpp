@@ -25,7 +25,7 @@ protected:
         SceneTest::SetUp();
         scene_ = MakeBoard(Example("four-layer-board.json"));
         api_ = Api(scene_);
-        observer_ = new RecordingObserver();
+        observer_ = du::MakeCounted<RecordingObserver>();
         Settle();
         ASSERT_TRUE(api_->IsDesignLoaded());
         ASSERT_TRUE(api_->RegisterObserver(*observer_));

@@ -108,7 +108,8 @@ protected:
             unsigned char const* data = cairo_image_surface_get_data(surface);
             int const stride = cairo_image_surface_get_stride(surface);
             for (auto const& [x, y] : points) {
-                auto const* row = reinterpret_cast<std::uint32_t const*>(data + y * stride);
+                auto const* row = reinterpret_cast<std::uint32_t const*>(
+                    data + static_cast<std::ptrdiff_t>(y) * stride);
                 out.push_back(row[x] & 0xFFFFFF);
             }
         } else {

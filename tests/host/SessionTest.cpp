@@ -40,15 +40,13 @@ protected:
         qzref::LoaderControl::WaitUntilIdle();
         qzref::Messages::PumpUntilIdle();
         ASSERT_TRUE(api_->IsDesignLoaded());
-        out_ = std::tmpfile();
-        session_ = std::make_unique<qzhost::Session>(*api_, scene_, out_);
+        out_.reset(std::tmpfile());
+        session_ = std::make_unique<qzhost::Session>(*api_, scene_, out_.get());
     }
 
     void TearDown() override {
         session_.reset();
-        if (out_ != nullptr) {
-            std::fclose(out_);
-        }
+        out_.reset();
         qzref::UndoControl::Clear();
         if (scene_) {
             scene_->DestroyScene();
@@ -66,10 +64,10 @@ protected:
     }
 
     std::string Printed() {
-        std::rewind(out_);
+        std::rewind(out_.get());
         std::string text;
         char buffer[512];
-        while (std::fgets(buffer, sizeof buffer, out_) != nullptr) {
+        while (std::fgets(buffer, sizeof buffer, out_.get()) != nullptr) {
             text += buffer;
         }
         return text;
@@ -77,7 +75,12 @@ protected:
 
     du::SmartPtr<qzk::ecad::PCBScene> scene_;
     qzkapp::ecad::PCBScene* api_ = nullptr;
-    std::FILE* out_ = nullptr;
+    struct CloseFile {
+        void operator()(std::FILE* file) const {
+            std::fclose(file);
+        } // NOLINT(cppcoreguidelines-owning-memory)
+    };
+    std::unique_ptr<std::FILE, CloseFile> out_;
     std::unique_ptr<qzhost::Session> session_;
 };
 

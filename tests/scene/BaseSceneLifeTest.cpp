@@ -14,7 +14,6 @@ namespace {
 using qzkapp::ecad::SearchQueryInfo;
 
 char const* const kSelection = "General/Navigation/highlight_color";
-char const* const kPreselection = "General/Navigation/preselection_color";
 char const* const kSecondary = "General/Navigation/secondary_color";
 char const* const kPreselectionOn = "General/Navigation/enable_preselection_highlighting";
 

@@ -29,7 +29,10 @@ public:
     }
     ~SmartPtr() { Release(); }
 
-    SmartPtr& operator=(SmartPtr const& other) { return Assign(other.ptr_); }
+    // Assign takes the new reference first, which is what makes self-assignment safe.
+    SmartPtr& operator=(SmartPtr const& other) { // NOLINT(bugprone-unhandled-self-assignment)
+        return Assign(other.ptr_);
+    }
     SmartPtr& operator=(SmartPtr&& other) noexcept {
         if (this != &other) {
             T* old = std::exchange(ptr_, std::exchange(other.ptr_, nullptr));
