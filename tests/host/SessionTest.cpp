@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <sstream>
 
 namespace {
@@ -51,7 +52,7 @@ protected:
         }
         qzref::UndoControl::Clear();
         if (scene_) {
-            scene_->DestroyScene();
+            qzref::Inspect(*scene_).DestroyScene();
         }
         scene_ = nullptr;
         qzref::Messages::PumpUntilIdle();
