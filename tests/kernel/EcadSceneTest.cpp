@@ -159,13 +159,14 @@ TEST_F(EcadScene, OverlaysAreFoundByIdAndToldToObservers) {
     ASSERT_FALSE(overlay.IsNull());
     EXPECT_EQ(scene->FindOverlay(7).Get(), overlay.Get());
     EXPECT_EQ(overlay->overlayKind, 1u);
-    EXPECT_EQ(overlay->GetName(), "top");
+    EXPECT_EQ(qzref::Inspect(*overlay).GetName(), "top");
 
     scene->RotateOverlay(7, 90.0);
-    EXPECT_EQ(overlay->GetTransform(), dg::DMat33::Rotation(90.0, dg::DPoint2D(1.0, 0.0)));
+    EXPECT_EQ(qzref::Inspect(*overlay).GetTransform(),
+              dg::DMat33::Rotation(90.0, dg::DPoint2D(1.0, 0.0)));
     scene->RenameOverlay(8, "other"); // unknown: ignored
     scene->RenameOverlay(7, "renamed");
-    EXPECT_EQ(overlay->GetName(), "renamed");
+    EXPECT_EQ(qzref::Inspect(*overlay).GetName(), "renamed");
     scene->RemoveOverlay(7);
     EXPECT_TRUE(scene->FindOverlay(7).IsNull());
     scene->RemoveOverlay(7);

@@ -9,6 +9,7 @@
 #include "qzref/BaseSceneInspector.h"
 #include "qzref/BoardSceneInspector.h"
 #include "qzref/CompareSceneInspector.h"
+#include "qzref/OverlayInspector.h"
 #include "qzref/PCBSchCompareSceneInspector.h"
 #include "qzref/SceneInspector.h"
 #include "qzref/SchematicCompareSceneInspector.h"
@@ -36,6 +37,9 @@ inline SchematicSceneInspector Inspect(qzk::ecad::SchematicScene& scene) {
 }
 inline SchematicCompareSceneInspector Inspect(qzk::ecad::SchematicCompareScene& scene) {
     return SchematicCompareSceneInspector(scene);
+}
+inline OverlayInspector Inspect(qzk::ecad::Overlay& overlay) {
+    return OverlayInspector(overlay);
 }
 inline PCBSchCompareSceneInspector Inspect(qzk::ecad::PCBSchCompareScene& scene) {
     return PCBSchCompareSceneInspector(scene);
