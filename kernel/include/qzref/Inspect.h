@@ -11,7 +11,9 @@
 #include "qzref/CompareSceneInspector.h"
 #include "qzref/OverlayInspector.h"
 #include "qzref/PCBSchCompareSceneInspector.h"
+#include "qzref/QzkAppInspector.h"
 #include "qzref/SceneInspector.h"
+#include "qzref/SceneManagerInspector.h"
 #include "qzref/SchematicCompareSceneInspector.h"
 #include "qzref/SchematicSceneInspector.h"
 
@@ -43,6 +45,13 @@ inline OverlayInspector Inspect(qzk::ecad::Overlay& overlay) {
 }
 inline PCBSchCompareSceneInspector Inspect(qzk::ecad::PCBSchCompareScene& scene) {
     return PCBSchCompareSceneInspector(scene);
+}
+
+inline SceneManagerInspector Inspect(qzkapp::SceneManager& manager) {
+    return SceneManagerInspector(manager);
+}
+inline QzkAppInspector Inspect(qzkapp::QzkApp& app) {
+    return QzkAppInspector(app);
 }
 
 // A kernel object seen as const by its caller (the renderer, say) is inspected all the same: the
