@@ -278,15 +278,16 @@ protected:
         scene->GetFirstDesign(first);
         EXPECT_TRUE(first.IsNull());
         EXPECT_TRUE(qzref::Inspect(*scene).GetFilePath(0).empty());
-        entry->SetFirst(qzk::Instance::Create("a"), qzk::ViewableSource::Create(a));
-        entry->SetSecond(qzk::Instance::Create("b"), qzk::ViewableSource::Create(b));
+        qzref::Inspect(*entry).SetFirst(qzk::Instance::Create("a"), qzk::ViewableSource::Create(a));
+        qzref::Inspect(*entry).SetSecond(qzk::Instance::Create("b"),
+                                         qzk::ViewableSource::Create(b));
         scene->GetFirstDesign(first);
         scene->GetSecondDesign(second);
         EXPECT_TRUE(first.IsNull()) << "the entry is not complete yet";
         EXPECT_TRUE(second.IsNull());
         EXPECT_TRUE(qzref::Inspect(*scene).GetFilePath(1).empty());
 
-        entry->Complete();
+        qzref::Inspect(*entry).Complete();
         scene->GetFirstDesign(first);
         scene->GetSecondDesign(second);
         ASSERT_FALSE(first.IsNull());
@@ -379,10 +380,12 @@ TEST_F(CompareScenes, FirstTypeSaysWhichDesignIsTheBoard) {
     auto entry = qzk::AnnoSetTableEntry::Create("board first");
     du::SmartPtr<qzk::ecad::PCBSchCompareScene> fromEntry;
     qzk::ecad::PCBSchCompareScene::Create(qzk::World::GetWorld(), entry, fromEntry);
-    entry->SetFirst(qzk::Instance::Create("a"), qzk::ViewableSource::Create(sheets));
-    entry->SetSecond(qzk::Instance::Create("b"), qzk::ViewableSource::Create(board));
+    qzref::Inspect(*entry).SetFirst(qzk::Instance::Create("a"),
+                                    qzk::ViewableSource::Create(sheets));
+    qzref::Inspect(*entry).SetSecond(qzk::Instance::Create("b"),
+                                     qzk::ViewableSource::Create(board));
     EXPECT_EQ(qzref::Inspect(*fromEntry).GetFirstType(), qzk::EcadSource::eUnknown);
-    entry->Complete();
+    qzref::Inspect(*entry).Complete();
     EXPECT_EQ(qzref::Inspect(*fromEntry).GetFirstType(), qzk::EcadSource::eSchematic);
     qzref::Inspect(*fromEntry).DestroyScene();
 }

@@ -6,6 +6,8 @@
 #pragma once
 
 #include "du/SmartPtr.h"
+#include "qzref/AnnoSetTableEntryInspector.h"
+#include "qzref/AnnoSetTableInspector.h"
 #include "qzref/BaseSceneInspector.h"
 #include "qzref/BoardSceneInspector.h"
 #include "qzref/CompareSceneInspector.h"
@@ -52,6 +54,13 @@ inline SceneManagerInspector Inspect(qzkapp::SceneManager& manager) {
 }
 inline QzkAppInspector Inspect(qzkapp::QzkApp& app) {
     return QzkAppInspector(app);
+}
+
+inline AnnoSetTableInspector Inspect(qzk::AnnoSetTable& table) {
+    return AnnoSetTableInspector(table);
+}
+inline AnnoSetTableEntryInspector Inspect(qzk::AnnoSetTableEntry& entry) {
+    return AnnoSetTableEntryInspector(entry);
 }
 
 // A kernel object seen as const by its caller (the renderer, say) is inspected all the same: the
