@@ -38,7 +38,9 @@ void BoardScene<Base, ColorSet>::_SetColorVis(ColorSet const& set, unsigned char
 
 template <class Base, class ColorSet>
 void BoardScene<Base, ColorSet>::SetIsolated(std::vector<AppearanceItem> const& items) {
-    qzref::Journal::Record(this->GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record(this->GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
+    }
     {
         std::lock_guard lock(this->stateMutex_);
         isolated_ = items;
