@@ -295,7 +295,7 @@ TEST_F(PCBSceneTest, LoadingTheColoursAgainBringsTheDefaultsBackAndItsStepTheCha
         new qzk::Operation("load", du::SmartPtr<qzk::Scene>(scene_), false));
     api_->LoadColorVisInfo(op);
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), defaults));
-    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(scene_->GetColorVisInfo(), defaults));
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(qzref::Inspect(*scene_).GetColorVisInfo(), defaults));
     qzk::RecordOperation(op);
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), changed));
