@@ -18,6 +18,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "qzref/Inspect.h"
 #include <set>
 #include <string>
 #include <vector>
@@ -54,7 +55,7 @@ public:
     }
     ~LoadedBoard() {
         items_.clear();
-        kernel_->DestroyScene();
+        qzref::Inspect(*kernel_).DestroyScene();
         qzref::Messages::PumpUntilIdle();
         qzref::Journal::SetEnabled(true);
     }

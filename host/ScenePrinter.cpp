@@ -12,6 +12,7 @@
 #include "qzref/DesignObjects.h"
 #include "qzref/UndoControl.h"
 
+#include "qzref/Inspect.h"
 #include <algorithm>
 #include <cstdio>
 #include <set>
@@ -164,7 +165,7 @@ std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& w
         std::vector<std::string> parts;
         for (int layer = 0; layer < 3; ++layer) {
             std::string part = std::string(kLookLayers[layer]) + " none";
-            for (auto const& [item, look] : scene_->GetLooks(layer)) {
+            for (auto const& [item, look] : qzref::Inspect(*scene_).GetLooks(layer)) {
                 if (qzref::DesignObjects::NameOf(item.object) == words[1]) {
                     part = std::string(kLookLayers[layer]) + " " + Hex(look.color);
                 }

@@ -28,6 +28,7 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include "qzref/Inspect.h"
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -218,7 +219,7 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
     qzref::UndoControl::Clear();
     auto* ecad = dynamic_cast<qzk::ecad::BaseScene*>(created.Get());
     if (ecad != nullptr) {
-        ecad->DestroyScene();
+        qzref::Inspect(*ecad).DestroyScene();
     }
     qzref::Messages::PumpUntilIdle();
     journal.Flush();

@@ -8,6 +8,7 @@
 #include "qzk/ecad/EcadDesignData.h"
 #include "qzk/ecad/SelectionItem.h"
 
+#include "qzref/Inspect.h"
 #include <set>
 
 namespace qztest {
@@ -46,7 +47,7 @@ protected:
         return out;
     }
     std::set<qzk::ecad::AppearanceItem> KernelSet() const {
-        auto const list = scene_->GetIsolated();
+        auto const list = qzref::Inspect(*scene_).GetIsolated();
         return std::set<qzk::ecad::AppearanceItem>(list.begin(), list.end());
     }
     // The isolate calls the kernel scene heard since mark.
@@ -86,7 +87,7 @@ TEST_F(IsolationTest, EachMutatorRecordsFirstThenPushesTheWholeSetOnlyWhenItChan
     api_->AddToIsolated({foreign, Item("R1"), nullptr}, nullptr);
     EXPECT_EQ(api_->GetIsolateCount(), 2u);
     EXPECT_EQ(KernelSet(), Keys({u1, Item("R1")}));
-    EXPECT_TRUE(scene_->IsIsolating());
+    EXPECT_TRUE(qzref::Inspect(*scene_).IsIsolating());
 }
 
 TEST_F(IsolationTest, AnEmptiedSetReachesTheKernelAsAClearAndAnEmptySetStaysQuiet) {
@@ -96,7 +97,7 @@ TEST_F(IsolationTest, AnEmptiedSetReachesTheKernelAsAClearAndAnEmptySetStaysQuie
     api_->Deisolate({Item("U1")}, nullptr);
     EXPECT_EQ(KernelCalls(mark), (std::vector<std::string>{"SetIsolated([U1])", "SetViewsDirty()",
                                                            "ClearIsolated()", "SetViewsDirty()"}));
-    EXPECT_FALSE(scene_->IsIsolating());
+    EXPECT_FALSE(qzref::Inspect(*scene_).IsIsolating());
 
     // Isolating nothing on a set with entries empties it.
     api_->Isolate({Item("C1")}, nullptr);
@@ -134,7 +135,7 @@ TEST_F(IsolationTest, UndoSwapsTheWholeFormerSetBackAndRedoSwapsAgain) {
               (std::vector<std::string>{"SetIsolated([U1])", "SetViewsDirty()"}));
     EXPECT_EQ(KernelSet(), Keys({u1}));
     ASSERT_TRUE(qzref::UndoControl::Undo());
-    EXPECT_FALSE(scene_->IsIsolating());
+    EXPECT_FALSE(qzref::Inspect(*scene_).IsIsolating());
     EXPECT_EQ(api_->GetIsolateCount(), 0u);
 
     ASSERT_TRUE(qzref::UndoControl::Redo());

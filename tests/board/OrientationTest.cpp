@@ -6,6 +6,7 @@
 #include "qzk/WorkflowManager.h"
 #include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/RotateData.h"
+#include "qzref/Inspect.h"
 
 namespace qztest {
 namespace {
@@ -143,7 +144,7 @@ TEST_F(OrientationTest, UndoOfAFlipAlwaysTurnsAndInvertsAndRedoDoesItAgain) {
     api_->ToggleFlip(nullptr);
     api_->ToggleFlip(nullptr);
     EXPECT_FALSE(api_->GetFlip());
-    EXPECT_EQ(scene_->GetDrawOrder(), before);
+    EXPECT_EQ(qzref::Inspect(*scene_).GetDrawOrder(), before);
     EXPECT_FALSE(scene_->invertLayers);
     EXPECT_EQ(Turns(), (std::vector<std::string>{"Y", "Y"}));
 
@@ -157,12 +158,12 @@ TEST_F(OrientationTest, UndoOfAFlipAlwaysTurnsAndInvertsAndRedoDoesItAgain) {
     // back through the scene, which inverts once more: the flip is off, the order reversed.
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_FALSE(api_->GetFlip());
-    EXPECT_EQ(scene_->GetDrawOrder(), reversed);
+    EXPECT_EQ(qzref::Inspect(*scene_).GetDrawOrder(), reversed);
     EXPECT_EQ(Turns(), std::vector<std::string>{"Y"});
     EXPECT_EQ(Events(), (std::vector<std::string>{"DrawOrder", "DrawOrder", "Orientation 0"}));
     ASSERT_TRUE(qzref::UndoControl::Redo());
     EXPECT_TRUE(api_->GetFlip());
-    EXPECT_EQ(scene_->GetDrawOrder(), reversed);
+    EXPECT_EQ(qzref::Inspect(*scene_).GetDrawOrder(), reversed);
     EXPECT_EQ(Turns(), std::vector<std::string>{"Y"});
     EXPECT_EQ(qzref::UndoControl::GetUndoCount(), 1u);
 
@@ -175,7 +176,7 @@ TEST_F(OrientationTest, UndoOfAFlipAlwaysTurnsAndInvertsAndRedoDoesItAgain) {
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_TRUE(api_->GetFlip());
     EXPECT_EQ(Turns(), std::vector<std::string>{"Y"});
-    EXPECT_EQ(scene_->GetDrawOrder(), before);
+    EXPECT_EQ(qzref::Inspect(*scene_).GetDrawOrder(), before);
 }
 
 TEST_F(OrientationTest, UndoOfARotationGoesBackThroughSetRotationAndRedoForward) {

@@ -8,6 +8,7 @@
 #include "qzk/SelectionManager.h"
 #include "qzk/ecad/EcadDesignData.h"
 #include "qzk/ecad/SelectionItem.h"
+#include "qzref/Inspect.h"
 #include "qzref/RecordFmt.h"
 
 namespace qztest {
@@ -53,7 +54,7 @@ protected:
 TEST_F(PCBSceneTest, LoadedColoursReachTheKernelAndSettingTheSameSetPostsAgain) {
     SublayerPCB_CVSet const loaded = Own();
     ASSERT_FALSE(loaded.empty());
-    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(loaded, scene_->GetColorVisInfo()));
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(loaded, qzref::Inspect(*scene_).GetColorVisInfo()));
     SublayerPCB_CVSet defaults;
     api_->GetDefaultColorVisInfo(defaults, false);
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(loaded, defaults));
@@ -82,7 +83,7 @@ TEST_F(PCBSceneTest, ForceVisibilityShowsOnlyWhatIsNamedAndKeepsTheBoardOutline)
     api_->ForceVisibility({SublayerPCBBase(-1, 14)});
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer_->Take(), (std::vector<std::string>{"SublayerCV 1"}));
-    SublayerPCB_CVSet const after = scene_->GetColorVisInfo();
+    SublayerPCB_CVSet const after = qzref::Inspect(*scene_).GetColorVisInfo();
     ASSERT_EQ(after.size(), before.size());
     int shown = 0;
     for (SublayerPCB_CV const& entry : after) {
@@ -143,9 +144,9 @@ TEST_F(PCBSceneTest, RecordedColourChangeSwapsOnEachUndoAndRedo) {
     qzk::RecordOperation(op);
 
     ASSERT_TRUE(qzref::UndoControl::Undo());
-    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(scene_->GetColorVisInfo(), before));
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(qzref::Inspect(*scene_).GetColorVisInfo(), before));
     ASSERT_TRUE(qzref::UndoControl::Redo());
-    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(scene_->GetColorVisInfo(), changed));
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(qzref::Inspect(*scene_).GetColorVisInfo(), changed));
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), before));
     Messages::PumpUntilIdle();
@@ -204,7 +205,7 @@ TEST_F(PCBSceneTest, SwitchesPostOnlyWhenTheyChange) {
     api_->SetIsolateOnlyVisible(false, qzkapp::ecad::ChangeSourceUndo);
     std::size_t const mark = Journal::Size();
     api_->ToggleShowLogicalConnection();
-    EXPECT_TRUE(scene_->GetShowLogicalConnection());
+    EXPECT_TRUE(qzref::Inspect(*scene_).GetShowLogicalConnection());
     EXPECT_TRUE(api_->GetShowLogicalConnections());
     api_->ToggleShowLogicalConnection();
     std::vector<std::string> const toggles = Journal::Since(mark);
@@ -219,10 +220,10 @@ TEST_F(PCBSceneTest, SwitchesPostOnlyWhenTheyChange) {
               (std::vector<std::string>{"HighlightOnlyVisible true 7", "IsolateOnlyVisible true 1",
                                         "IsolateOnlyVisible false 3"}));
     EXPECT_TRUE(api_->GetHighlightOnlyVisible());
-    EXPECT_TRUE(scene_->GetHighlightOnlyVisible());
+    EXPECT_TRUE(qzref::Inspect(*scene_).GetHighlightOnlyVisible());
     EXPECT_FALSE(api_->GetIsolateOnlyVisible());
-    EXPECT_FALSE(scene_->GetIsolateOnlyVisible());
-    EXPECT_FALSE(scene_->GetShowLogicalConnection());
+    EXPECT_FALSE(qzref::Inspect(*scene_).GetIsolateOnlyVisible());
+    EXPECT_FALSE(qzref::Inspect(*scene_).GetShowLogicalConnection());
 }
 
 TEST_F(PCBSceneTest, SetSelectedItemsReplacesTheKernelSelectionAndItsLooks) {
@@ -231,14 +232,14 @@ TEST_F(PCBSceneTest, SetSelectedItemsReplacesTheKernelSelectionAndItsLooks) {
     ASSERT_TRUE(manager);
     api_->SetSelectedItems({Item("U1", IcmApiEcad::COMPONENT)});
     EXPECT_EQ(manager->GetItems(0).size(), 1u);
-    EXPECT_EQ(scene_->GetLookCount(qzk::ecad::BaseScene::SelectionLayer), 1u);
+    EXPECT_EQ(qzref::Inspect(*scene_).GetLookCount(qzk::ecad::BaseScene::SelectionLayer), 1u);
 
     std::size_t const mark = Journal::Size();
     api_->SetSelectedItems({});
     EXPECT_TRUE(Contains(Journal::Since(mark), ".ApplyItems(0, [], replace)"));
     EXPECT_TRUE(manager->GetItems(0).empty());
     // The scene heard of the empty selection: the selected look is gone.
-    EXPECT_EQ(scene_->GetLookCount(qzk::ecad::BaseScene::SelectionLayer), 0u);
+    EXPECT_EQ(qzref::Inspect(*scene_).GetLookCount(qzk::ecad::BaseScene::SelectionLayer), 0u);
 }
 
 TEST_F(PCBSceneTest, ComponentSublayersComeFromTheirLayerAndTheirParts) {
@@ -294,7 +295,7 @@ TEST_F(PCBSceneTest, LoadingTheColoursAgainBringsTheDefaultsBackAndItsStepTheCha
         new qzk::Operation("load", du::SmartPtr<qzk::Scene>(scene_), false));
     api_->LoadColorVisInfo(op);
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), defaults));
-    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(scene_->GetColorVisInfo(), defaults));
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(qzref::Inspect(*scene_).GetColorVisInfo(), defaults));
     qzk::RecordOperation(op);
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), changed));

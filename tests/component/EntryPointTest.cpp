@@ -6,6 +6,7 @@
 #include "qzk/ecad/PCBView.h"
 #include "scene/SceneFixture.h"
 
+#include "qzref/Inspect.h"
 #include <gtest/gtest.h>
 
 namespace {
@@ -47,12 +48,12 @@ TEST_F(Factory, UnknownKindsGiveNullWithoutTouchingTheKernel) {
 TEST_F(Factory, ViewCreatedTellsTheKernelSceneThenTheApiScene) {
     auto view = qzk::ecad::PCBView::Create(*kernel);
     factory.ViewCreated(du::SmartPtr<qzk::Scene>(kernel), du::SmartPtr<qzk::View>(view));
-    EXPECT_EQ(kernel->GetViewCreatedCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetViewCreatedCount(), 1u);
     EXPECT_EQ(scene->viewsCreated, 1);
 
     // A scene of another kernel is left alone.
     factory.ViewCreated(du::SmartPtr<qzk::Scene>(), du::SmartPtr<qzk::View>(view));
-    EXPECT_EQ(kernel->GetViewCreatedCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetViewCreatedCount(), 1u);
     EXPECT_EQ(scene->viewsCreated, 1);
 }
 

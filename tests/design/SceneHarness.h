@@ -18,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <algorithm>
 #include <mutex>
 #include <string>
@@ -88,7 +89,7 @@ protected:
     void TearDown() override {
         qzref::LoaderControl::SetHolding(false);
         for (auto const& scene : scenes_) {
-            scene->DestroyScene();
+            qzref::Inspect(*scene).DestroyScene();
         }
         scenes_.clear();
         qzref::Messages::PumpUntilIdle();
@@ -115,7 +116,7 @@ protected:
     }
 
     void End(du::SmartPtr<qzk::ecad::PCBScene> const& scene) {
-        scene->DestroyScene();
+        qzref::Inspect(*scene).DestroyScene();
         scenes_.erase(std::remove(scenes_.begin(), scenes_.end(), scene), scenes_.end());
     }
 

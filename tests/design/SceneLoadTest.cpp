@@ -3,6 +3,7 @@
 #include "design/SceneHarness.h"
 
 #include "qzk/ecad/EcadDesignData.h"
+#include "qzref/Inspect.h"
 
 namespace qztest {
 namespace {
@@ -27,7 +28,7 @@ TEST_F(SceneLoadTest, DesignInMemoryIsTakenOverInsideInitBeforeAnyoneListens) {
     EXPECT_TRUE(Contains(lines, ".FinishDesignLoad()"));
     EXPECT_TRUE(Api(second)->IsDesignLoaded());
     EXPECT_FALSE(Api(second)->_IsLoadInProgress());
-    EXPECT_TRUE(second->IsDesignLoadedFlag());
+    EXPECT_TRUE(qzref::Inspect(*second).IsDesignLoadedFlag());
 
     // The notice reached nobody; a new observer is brought up to date instead, once.
     du::SmartPtr<RecordingObserver> observer(new RecordingObserver());
@@ -44,7 +45,7 @@ TEST_F(SceneLoadTest, StatesThroughASuccessfulLoadAndTheOrderOfItsEvents) {
     EXPECT_TRUE(api->_IsLoadInProgress());
     EXPECT_FALSE(api->IsDesignLoaded());
     EXPECT_EQ(api->GetIcmApiEcad(), nullptr);
-    EXPECT_FALSE(scene->IsDesignLoadedFlag());
+    EXPECT_FALSE(qzref::Inspect(*scene).IsDesignLoadedFlag());
 
     // Registered during the load: no replay, and told of the end like everyone else.
     std::size_t const mark = Journal::Size();
@@ -61,7 +62,7 @@ TEST_F(SceneLoadTest, StatesThroughASuccessfulLoadAndTheOrderOfItsEvents) {
     ASSERT_TRUE(api->IsDesignLoaded());
     ASSERT_NE(api->GetIcmApiEcad(), nullptr);
     EXPECT_EQ(api->GetIcmApiEcad(), api->GetDesignData()->GetIcmApiEcad());
-    EXPECT_TRUE(scene->IsDesignLoadedFlag());
+    EXPECT_TRUE(qzref::Inspect(*scene).IsDesignLoadedFlag());
     // Told first, then the draw order and the colours that follow from the design.
     EXPECT_EQ(observer->Calls(),
               (std::vector<std::string>{"DesignLoaded 0 \"\"", "DrawOrder", "SublayerCV 1"}));
@@ -75,7 +76,7 @@ TEST_F(SceneLoadTest, StatesThroughASuccessfulLoadAndTheOrderOfItsEvents) {
     EXPECT_LT(posted, drawOrder);
     EXPECT_LT(drawOrder, colours);
     EXPECT_LT(colours, finished);
-    EXPECT_EQ(scene->GetDrawOrder(), (std::vector<short>{1, 2, 3, 4, 5, -2}));
+    EXPECT_EQ(qzref::Inspect(*scene).GetDrawOrder(), (std::vector<short>{1, 2, 3, 4, 5, -2}));
     EXPECT_FALSE(Contains(lines, "PostNewerFile"));
 }
 

@@ -19,6 +19,7 @@
 #include <cairo.h>
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -79,7 +80,7 @@ protected:
         session_.reset();
         qzref::UndoControl::Clear();
         if (scene_) {
-            scene_->DestroyScene();
+            qzref::Inspect(*scene_).DestroyScene();
         }
         scene_ = nullptr;
         qzref::Messages::PumpUntilIdle();
@@ -146,7 +147,7 @@ TEST_F(RendererTest, ColoursLooksVisibilityAndDrawOrder) {
     // A highlight of the component recolours what it owns in the scene's highlight look.
     Run("highlight R\n");
     unsigned int highlight = 0;
-    for (auto const& [item, value] : scene_->GetLooks(1)) {
+    for (auto const& [item, value] : qzref::Inspect(*scene_).GetLooks(1)) {
         highlight = value.color;
     }
     ASSERT_NE(highlight, 0u);

@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <sstream>
 
 namespace {
@@ -49,7 +50,7 @@ protected:
         out_.reset();
         qzref::UndoControl::Clear();
         if (scene_) {
-            scene_->DestroyScene();
+            qzref::Inspect(*scene_).DestroyScene();
         }
         scene_ = nullptr;
         qzref::Messages::PumpUntilIdle();

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <vector>
 
 namespace {
@@ -48,14 +49,14 @@ TEST_F(AnnoSetTableEntryTest, TicketsAreDistinctAndComeBackOnce) {
     EXPECT_NE(t1, 0u);
     EXPECT_NE(t1, t2);
     EXPECT_EQ(entry->AddLoadRequirement(nullptr), 0u);
-    EXPECT_EQ(entry->GetOpenRequirements(), (std::vector<unsigned int>{t1, t2}));
+    EXPECT_EQ(qzref::Inspect(*entry).GetOpenRequirements(), (std::vector<unsigned int>{t1, t2}));
 
     EXPECT_TRUE(entry->CompleteLoadRequirement(t2));
     EXPECT_FALSE(entry->CompleteLoadRequirement(t2));
     EXPECT_FALSE(entry->CompleteLoadRequirement(0));
     EXPECT_FALSE(entry->CompleteLoadRequirement(t2 + 100));
-    EXPECT_EQ(entry->GetOpenRequirements(), (std::vector<unsigned int>{t1}));
-    EXPECT_EQ(entry->GetCompletedRequirements(), (std::vector<unsigned int>{t2}));
+    EXPECT_EQ(qzref::Inspect(*entry).GetOpenRequirements(), (std::vector<unsigned int>{t1}));
+    EXPECT_EQ(qzref::Inspect(*entry).GetCompletedRequirements(), (std::vector<unsigned int>{t2}));
     EXPECT_FALSE(first->IsComplete()) << "giving a ticket back does not complete other events";
 }
 
@@ -67,17 +68,17 @@ TEST_F(AnnoSetTableEntryTest, CompletingTheEntryCompletesOpenEventsOnceAndKeepsT
     entry->CompleteLoadRequirement(done);
     EXPECT_FALSE(entry->complete);
 
-    entry->Complete();
-    entry->Complete();
+    qzref::Inspect(*entry).Complete();
+    qzref::Inspect(*entry).Complete();
     Messages::PumpUntilIdle();
     EXPECT_TRUE(entry->IsComplete());
     EXPECT_EQ(waiting->completions, 1);
     EXPECT_EQ(returned->completions, 0) << "a requirement given back is no longer waited for";
-    EXPECT_EQ(entry->GetOpenRequirements(), (std::vector<unsigned int>{open}));
+    EXPECT_EQ(qzref::Inspect(*entry).GetOpenRequirements(), (std::vector<unsigned int>{open}));
 }
 
 TEST_F(AnnoSetTableEntryTest, ARequirementOnACompleteEntryIsMetAtOnce) {
-    entry->Complete();
+    qzref::Inspect(*entry).Complete();
     auto late = NewEvent();
     unsigned int const ticket = entry->AddLoadRequirement(late.Get());
     EXPECT_TRUE(late->IsComplete());
@@ -100,13 +101,13 @@ TEST_F(AnnoSetTableEntryTest, LoadRequirementCallsAreJournalled) {
 
 TEST(AnnoSetTable, EntriesKeepTheirOrderAndAreFoundByName) {
     auto table = qzk::AnnoSetTable::Create();
-    auto a = table->AddEntry("a");
-    auto b = table->AddEntry("b");
+    auto a = qzref::Inspect(*table).AddEntry("a");
+    auto b = qzref::Inspect(*table).AddEntry("b");
     EXPECT_EQ(table->GetEntry(1).Get(), b.Get());
     EXPECT_EQ(table->GetEntry(2), nullptr);
     EXPECT_EQ(table->FindEntry("a").Get(), a.Get());
     EXPECT_EQ(table->FindEntry("c"), nullptr);
-    EXPECT_TRUE(table->RemoveEntry(a));
+    EXPECT_TRUE(qzref::Inspect(*table).RemoveEntry(a));
     EXPECT_EQ(table->GetEntry(0).Get(), b.Get());
     EXPECT_NE(b->GetAnnoSet(), nullptr);
     EXPECT_NE(a->GetAnnoSet().Get(), b->GetAnnoSet().Get());

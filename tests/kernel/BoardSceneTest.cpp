@@ -29,6 +29,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <set>
 #include <string>
 #include <vector>
@@ -177,17 +178,17 @@ TYPED_TEST(SharedBoardOperations, IsolationIsKeptAndToldWithItsItems) {
     auto scene = TypeParam::Make();
     typename TypeParam::Recorder recorder;
     ASSERT_TRUE(scene->RegisterObserver(recorder));
-    EXPECT_FALSE(scene->IsIsolating());
+    EXPECT_FALSE(qzref::Inspect(*scene).IsIsolating());
 
     std::vector<AppearanceItem> items{
         {&objects[0], -2, 40, nullptr},
         {&objects[1], 3, -32768, reinterpret_cast<IcmApiEcad*>(&objects[2])}};
     scene->SetIsolated(items);
-    EXPECT_TRUE(scene->IsIsolating());
-    EXPECT_EQ(scene->GetIsolated(), items);
+    EXPECT_TRUE(qzref::Inspect(*scene).IsIsolating());
+    EXPECT_EQ(qzref::Inspect(*scene).GetIsolated(), items);
     scene->ClearIsolated();
-    EXPECT_FALSE(scene->IsIsolating());
-    EXPECT_TRUE(scene->GetIsolated().empty());
+    EXPECT_FALSE(qzref::Inspect(*scene).IsIsolating());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetIsolated().empty());
 
     EXPECT_TRUE(recorder.log.empty());
     Messages::PumpUntilIdle();
@@ -201,7 +202,7 @@ TYPED_TEST(SharedBoardOperations, IsolationIsKeptAndToldWithItsItems) {
         EXPECT_EQ(recorder.isolations[0][i].icm, items[i].icm);
     }
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TYPED_TEST(SharedBoardOperations, SwitchesAreToldOnlyWhenTheyChange) {
@@ -214,13 +215,13 @@ TYPED_TEST(SharedBoardOperations, SwitchesAreToldOnlyWhenTheyChange) {
     scene->SetIsolateOnlyVisible(true);
     scene->SetShowLogicalConnection(true);
     scene->SetShowLogicalConnection(true);
-    EXPECT_TRUE(scene->GetIsolateOnlyVisible());
-    EXPECT_TRUE(scene->GetShowLogicalConnection());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetIsolateOnlyVisible());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetShowLogicalConnection());
     scene->SetIsolateOnlyVisible(false);
     scene->SetShowLogicalConnection(false);
     scene->SetShowLogicalConnection(false);
-    EXPECT_FALSE(scene->GetIsolateOnlyVisible());
-    EXPECT_FALSE(scene->GetShowLogicalConnection());
+    EXPECT_FALSE(qzref::Inspect(*scene).GetIsolateOnlyVisible());
+    EXPECT_FALSE(qzref::Inspect(*scene).GetShowLogicalConnection());
 
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log,
@@ -234,7 +235,7 @@ TYPED_TEST(SharedBoardOperations, SwitchesAreToldOnlyWhenTheyChange) {
     }
     EXPECT_EQ(journalled, 4);
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TYPED_TEST(SharedBoardOperations, ColourSetIsKeptAsACopyAndToldOnEveryCall) {
@@ -247,14 +248,14 @@ TYPED_TEST(SharedBoardOperations, ColourSetIsKeptAsACopyAndToldOnEveryCall) {
     scene->SetColorVisInfo(colours);
     scene->SetColorVisInfo(colours); // the same again: still told
     Repaint(colours, 0x0100FF00);
-    EXPECT_EQ(FirstColour(scene->GetColorVisInfo()), 0x010000FFu);
-    EXPECT_EQ(scene->GetColorVisInfo().size(), 1u);
+    EXPECT_EQ(FirstColour(qzref::Inspect(*scene).GetColorVisInfo()), 0x010000FFu);
+    EXPECT_EQ(qzref::Inspect(*scene).GetColorVisInfo().size(), 1u);
 
     EXPECT_TRUE(recorder.log.empty());
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log, (std::vector<std::string>{"colours", "colours"}));
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 class CompareScenes : public ::testing::Test {
@@ -276,24 +277,25 @@ protected:
         du::SmartPtr<qzk::EcadDesign> first, second;
         scene->GetFirstDesign(first);
         EXPECT_TRUE(first.IsNull());
-        EXPECT_TRUE(scene->GetFilePath(0).empty());
-        entry->SetFirst(qzk::Instance::Create("a"), qzk::ViewableSource::Create(a));
-        entry->SetSecond(qzk::Instance::Create("b"), qzk::ViewableSource::Create(b));
+        EXPECT_TRUE(qzref::Inspect(*scene).GetFilePath(0).empty());
+        qzref::Inspect(*entry).SetFirst(qzk::Instance::Create("a"), qzk::ViewableSource::Create(a));
+        qzref::Inspect(*entry).SetSecond(qzk::Instance::Create("b"),
+                                         qzk::ViewableSource::Create(b));
         scene->GetFirstDesign(first);
         scene->GetSecondDesign(second);
         EXPECT_TRUE(first.IsNull()) << "the entry is not complete yet";
         EXPECT_TRUE(second.IsNull());
-        EXPECT_TRUE(scene->GetFilePath(1).empty());
+        EXPECT_TRUE(qzref::Inspect(*scene).GetFilePath(1).empty());
 
-        entry->Complete();
+        qzref::Inspect(*entry).Complete();
         scene->GetFirstDesign(first);
         scene->GetSecondDesign(second);
         ASSERT_FALSE(first.IsNull());
         ASSERT_FALSE(second.IsNull());
         EXPECT_EQ(first->GetURL().str(), a);
         EXPECT_EQ(second->GetURL().str(), b);
-        EXPECT_EQ(scene->GetFilePath(0).str(), a);
-        EXPECT_EQ(scene->GetFilePath(1).str(), b);
+        EXPECT_EQ(qzref::Inspect(*scene).GetFilePath(0).str(), a);
+        EXPECT_EQ(qzref::Inspect(*scene).GetFilePath(1).str(), b);
         du::SmartPtr<qzk::EcadDesign> indexed;
         scene->GetEcadDesign(indexed, 1);
         EXPECT_EQ(indexed.Get(), second.Get());
@@ -303,8 +305,8 @@ protected:
         du::SmartPtr<qzk::EcadDesign> shared;
         board->GetEcadDesign(shared, 0);
         EXPECT_EQ(shared.Get(), first.Get());
-        board->DestroyScene();
-        scene->DestroyScene();
+        qzref::Inspect(*board).DestroyScene();
+        qzref::Inspect(*scene).DestroyScene();
     }
 
     qzref::ScopedPlatform platform;
@@ -323,37 +325,37 @@ TEST_F(CompareScenes, BoardAndSchematicDrawOrdersAreKeptApartAndToldOnEveryCall)
     ASSERT_TRUE(scene->RegisterObserver(recorder));
 
     scene->SetPCBDrawOrder({3, -2, 1}, true, true);
-    EXPECT_EQ(scene->GetPCBDrawOrder(), (std::vector<short>{3, -2, 1}));
-    EXPECT_TRUE(scene->GetPCBDrawOrderFlag());
+    EXPECT_EQ(qzref::Inspect(*scene).GetPCBDrawOrder(), (std::vector<short>{3, -2, 1}));
+    EXPECT_TRUE(qzref::Inspect(*scene).GetPCBDrawOrderFlag());
     EXPECT_TRUE(scene->invertLayers);
-    EXPECT_TRUE(scene->GetSchDrawOrder().empty());
-    EXPECT_TRUE(scene->GetDrawOrder().empty());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetSchDrawOrder().empty());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetDrawOrder().empty());
 
     scene->SetSchDrawOrder({5, 6});
-    EXPECT_EQ(scene->GetSchDrawOrder(), (std::vector<short>{5, 6}));
-    EXPECT_EQ(scene->GetPCBDrawOrder(), (std::vector<short>{3, -2, 1}));
+    EXPECT_EQ(qzref::Inspect(*scene).GetSchDrawOrder(), (std::vector<short>{5, 6}));
+    EXPECT_EQ(qzref::Inspect(*scene).GetPCBDrawOrder(), (std::vector<short>{3, -2, 1}));
     EXPECT_TRUE(scene->invertLayers);
 
     scene->SetPCBDrawOrder({3, -2, 1}, false, false); // same order: told again
-    EXPECT_FALSE(scene->GetPCBDrawOrderFlag());
+    EXPECT_FALSE(qzref::Inspect(*scene).GetPCBDrawOrderFlag());
     EXPECT_FALSE(scene->invertLayers);
     scene->SetSchDrawOrder({});
-    EXPECT_TRUE(scene->GetSchDrawOrder().empty());
-    EXPECT_EQ(scene->GetPCBDrawOrder(), (std::vector<short>{3, -2, 1}));
+    EXPECT_TRUE(qzref::Inspect(*scene).GetSchDrawOrder().empty());
+    EXPECT_EQ(qzref::Inspect(*scene).GetPCBDrawOrder(), (std::vector<short>{3, -2, 1}));
 
     EXPECT_TRUE(recorder.log.empty());
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log,
               (std::vector<std::string>{"board draw", "sheet draw", "board draw", "sheet draw"}));
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(CompareScenes, FirstTypeSaysWhichDesignIsTheBoard) {
     auto firstType = [](std::string const& a, std::string const& b) {
         auto scene = MakePair<qzk::ecad::PCBSchCompareScene>(a, b);
-        auto type = scene->GetFirstType();
-        scene->DestroyScene();
+        auto type = qzref::Inspect(*scene).GetFirstType();
+        qzref::Inspect(*scene).DestroyScene();
         return type;
     };
     std::string const board = Sample("four-layer-board.json");
@@ -369,21 +371,23 @@ TEST_F(CompareScenes, FirstTypeSaysWhichDesignIsTheBoard) {
     scene->GetFirstDesign(first);
     ASSERT_FALSE(first.IsNull());
     first->SetEcadDesignData(qzk::ecad::SchematicData::Create("s"));
-    EXPECT_EQ(scene->GetFirstType(), qzk::EcadSource::eSchematic);
+    EXPECT_EQ(qzref::Inspect(*scene).GetFirstType(), qzk::EcadSource::eSchematic);
     first->SetEcadDesignData(qzk::ecad::EcadPCBData::Create("b", false));
-    EXPECT_EQ(scene->GetFirstType(), qzk::EcadSource::eBoard);
-    scene->DestroyScene();
+    EXPECT_EQ(qzref::Inspect(*scene).GetFirstType(), qzk::EcadSource::eBoard);
+    qzref::Inspect(*scene).DestroyScene();
 
     // Made from an entry: nothing to say until the entry is complete.
     auto entry = qzk::AnnoSetTableEntry::Create("board first");
     du::SmartPtr<qzk::ecad::PCBSchCompareScene> fromEntry;
     qzk::ecad::PCBSchCompareScene::Create(qzk::World::GetWorld(), entry, fromEntry);
-    entry->SetFirst(qzk::Instance::Create("a"), qzk::ViewableSource::Create(sheets));
-    entry->SetSecond(qzk::Instance::Create("b"), qzk::ViewableSource::Create(board));
-    EXPECT_EQ(fromEntry->GetFirstType(), qzk::EcadSource::eUnknown);
-    entry->Complete();
-    EXPECT_EQ(fromEntry->GetFirstType(), qzk::EcadSource::eSchematic);
-    fromEntry->DestroyScene();
+    qzref::Inspect(*entry).SetFirst(qzk::Instance::Create("a"),
+                                    qzk::ViewableSource::Create(sheets));
+    qzref::Inspect(*entry).SetSecond(qzk::Instance::Create("b"),
+                                     qzk::ViewableSource::Create(board));
+    EXPECT_EQ(qzref::Inspect(*fromEntry).GetFirstType(), qzk::EcadSource::eUnknown);
+    qzref::Inspect(*entry).Complete();
+    EXPECT_EQ(qzref::Inspect(*fromEntry).GetFirstType(), qzk::EcadSource::eSchematic);
+    qzref::Inspect(*fromEntry).DestroyScene();
 }
 
 } // namespace

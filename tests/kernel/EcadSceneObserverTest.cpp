@@ -26,6 +26,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <functional>
 #include <set>
 #include <stdexcept>
@@ -140,7 +141,7 @@ TEST_F(EcadSceneObservers, SchematicObserverHearsViewsLooksAndColoursInOrderOnce
                                                       "colours", "look {2}{}", "remove"}));
     EXPECT_EQ(recorder.views, (std::vector<void*>{sheet.Get(), nullptr, sheet.Get()}));
 
-    auto kept = scene->GetSublayerColorVisInfo();
+    auto kept = qzref::Inspect(*scene).GetSublayerColorVisInfo();
     ASSERT_EQ(kept.size(), 1u);
     EXPECT_EQ(kept[-4].color, 0x010000FFu);
     EXPECT_FALSE(kept[-4].visible);
@@ -149,7 +150,7 @@ TEST_F(EcadSceneObservers, SchematicObserverHearsViewsLooksAndColoursInOrderOnce
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log.back(), "look {}{0}");
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 struct SchematicCompareRecorder : qzk::ecad::SchematicCompareSceneObserver {
@@ -184,15 +185,15 @@ TEST_F(EcadSceneObservers, SchematicCompareObserverHearsViewsColoursAndCompareCo
     scene->SetSublayerColorVisInfo({{7, record}});
     record->firstColor = 99; // the scene keeps a clone
     scene->SetOverlapColor(true);
-    scene->ChangeItemColors(dg::Color(0x01000001, true), dg::Color(0x01000002, true),
-                            dg::Color(0x01000003, true));
+    qzref::Inspect(*scene).ChangeItemColors(
+        dg::Color(0x01000001, true), dg::Color(0x01000002, true), dg::Color(0x01000003, true));
 
     EXPECT_TRUE(recorder.log.empty());
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log, (std::vector<std::string>{"create", "create", "colours", "look {2}{}",
                                                       "compare colours"}));
     EXPECT_EQ(recorder.views, (std::vector<void*>{view.Get(), nullptr}));
-    auto kept = scene->GetSublayerColorVisInfo();
+    auto kept = qzref::Inspect(*scene).GetSublayerColorVisInfo();
     ASSERT_EQ(kept.size(), 1u);
     ASSERT_FALSE(kept[7].IsNull());
     EXPECT_EQ(kept[7]->firstColor, 1u);
@@ -204,7 +205,7 @@ TEST_F(EcadSceneObservers, SchematicCompareObserverHearsViewsColoursAndCompareCo
               "");
     EXPECT_EQ(recorder.log.back(), "excluded");
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(EcadSceneObservers, SchematicObserversDropBoardLooksAndNameThemselvesWhenMalformed) {
@@ -327,7 +328,7 @@ TEST_F(EcadSceneObservers, BoardToSchematicObserverTellsBoardAndSchematicNotices
         EXPECT_EQ(recorder.isolated[i].icm, items[i].icm);
     }
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(EcadSceneObservers, BoardToSchematicObserverRoutesEachLookByItsKindAndDecodesLayers) {

@@ -26,6 +26,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <string>
 #include <vector>
 
@@ -107,13 +108,13 @@ TEST_F(EcadScene, AppearanceLayersKeepLastWriteAndClearOnlyTheirOwnLayer) {
     scene->SetItemHighlightAppearance(Item(0), dg::Color(0x0100FF00, true), true);
 
     BaseScene::Look look;
-    ASSERT_TRUE(scene->GetLook(Item(0), BaseScene::SelectionLayer, look));
+    ASSERT_TRUE(qzref::Inspect(*scene).GetLook(Item(0), BaseScene::SelectionLayer, look));
     EXPECT_EQ(look, (BaseScene::Look{0x01DC0000, false, true}));
-    EXPECT_EQ(scene->GetLookCount(BaseScene::SelectionLayer), 1u);
+    EXPECT_EQ(qzref::Inspect(*scene).GetLookCount(BaseScene::SelectionLayer), 1u);
 
     scene->ClearItemAppearance(Item(0), false);
-    EXPECT_FALSE(scene->GetLook(Item(0), BaseScene::SelectionLayer, look));
-    ASSERT_TRUE(scene->GetLook(Item(0), BaseScene::HighlightLayer, look));
+    EXPECT_FALSE(qzref::Inspect(*scene).GetLook(Item(0), BaseScene::SelectionLayer, look));
+    ASSERT_TRUE(qzref::Inspect(*scene).GetLook(Item(0), BaseScene::HighlightLayer, look));
     EXPECT_EQ(look.color, 0x0100FF00u);
 
     // The group layer answers the layer's "already in a group" question.
@@ -122,28 +123,28 @@ TEST_F(EcadScene, AppearanceLayersKeepLastWriteAndClearOnlyTheirOwnLayer) {
     EXPECT_TRUE(scene->GetItemAppearanceCount(Item(1), BaseScene::GroupLayer));
     scene->ClearGroupAppearances(BaseScene::GroupLayer);
     EXPECT_FALSE(scene->GetItemAppearanceCount(Item(1), BaseScene::GroupLayer));
-    EXPECT_EQ(scene->GetLookCount(BaseScene::HighlightLayer), 1u);
-    scene->DestroyScene();
+    EXPECT_EQ(qzref::Inspect(*scene).GetLookCount(BaseScene::HighlightLayer), 1u);
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(EcadScene, RefusedAppearanceUpdateOpensNoBracket) {
     auto scene = MakeBoard();
     EXPECT_TRUE(scene->BeginAppearanceUpdate());
-    scene->SetRefuseAppearanceUpdate(true);
+    qzref::Inspect(*scene).SetRefuseAppearanceUpdate(true);
     EXPECT_FALSE(scene->BeginAppearanceUpdate());
-    EXPECT_EQ(scene->GetOpenAppearanceUpdates(), 1);
+    EXPECT_EQ(qzref::Inspect(*scene).GetOpenAppearanceUpdates(), 1);
     scene->EndAppearanceUpdate();
     scene->EndAppearanceUpdate();
-    EXPECT_EQ(scene->GetOpenAppearanceUpdates(), 0);
-    EXPECT_EQ(scene->GetUnbalancedEndCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*scene).GetOpenAppearanceUpdates(), 0);
+    EXPECT_EQ(qzref::Inspect(*scene).GetUnbalancedEndCount(), 1u);
 
     std::size_t mark = qzref::Journal::Size();
-    scene->SetRefuseAppearanceUpdate(false);
+    qzref::Inspect(*scene).SetRefuseAppearanceUpdate(false);
     EXPECT_TRUE(scene->BeginAppearanceUpdate());
     auto lines = qzref::Journal::Since(mark);
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0], scene->GetObjectName().str() + ".BeginAppearanceUpdate()");
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(EcadScene, OverlaysAreFoundByIdAndToldToObservers) {
@@ -158,13 +159,14 @@ TEST_F(EcadScene, OverlaysAreFoundByIdAndToldToObservers) {
     ASSERT_FALSE(overlay.IsNull());
     EXPECT_EQ(scene->FindOverlay(7).Get(), overlay.Get());
     EXPECT_EQ(overlay->overlayKind, 1u);
-    EXPECT_EQ(overlay->GetName(), "top");
+    EXPECT_EQ(qzref::Inspect(*overlay).GetName(), "top");
 
     scene->RotateOverlay(7, 90.0);
-    EXPECT_EQ(overlay->GetTransform(), dg::DMat33::Rotation(90.0, dg::DPoint2D(1.0, 0.0)));
+    EXPECT_EQ(qzref::Inspect(*overlay).GetTransform(),
+              dg::DMat33::Rotation(90.0, dg::DPoint2D(1.0, 0.0)));
     scene->RenameOverlay(8, "other"); // unknown: ignored
     scene->RenameOverlay(7, "renamed");
-    EXPECT_EQ(overlay->GetName(), "renamed");
+    EXPECT_EQ(qzref::Inspect(*overlay).GetName(), "renamed");
     scene->RemoveOverlay(7);
     EXPECT_TRUE(scene->FindOverlay(7).IsNull());
     scene->RemoveOverlay(7);
@@ -172,7 +174,7 @@ TEST_F(EcadScene, OverlaysAreFoundByIdAndToldToObservers) {
     qzref::Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log, (std::vector<std::string>{"create 7", "remove 7"}));
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(EcadScene, InvertLayersHoldsTheLastCallsInvert) {
@@ -183,12 +185,12 @@ TEST_F(EcadScene, InvertLayersHoldsTheLastCallsInvert) {
     EXPECT_TRUE(scene->invertLayers);
     scene->SetDrawOrder({1, 2}, false, false);
     EXPECT_FALSE(scene->invertLayers);
-    EXPECT_EQ(scene->GetDrawOrder(), (std::vector<short>{1, 2}));
-    EXPECT_FALSE(scene->GetDrawOrderFlag());
+    EXPECT_EQ(qzref::Inspect(*scene).GetDrawOrder(), (std::vector<short>{1, 2}));
+    EXPECT_FALSE(qzref::Inspect(*scene).GetDrawOrderFlag());
     qzref::Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log, (std::vector<std::string>{"draw", "draw"}));
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 TEST_F(EcadScene, KernelSceneAloneKeepsTheApiSceneAliveAndEndsIt) {
@@ -203,10 +205,11 @@ TEST_F(EcadScene, KernelSceneAloneKeepsTheApiSceneAliveAndEndsIt) {
         // Only the kernel scene's reference is left, and it keeps the API scene.
         EXPECT_EQ(scene->GetApiScene(), api);
         EXPECT_EQ(api->GetReferenceCount(), 1);
-        EXPECT_EQ(scene->GetApiSceneObservable().Get(), static_cast<qzk::Observable*>(api));
+        EXPECT_EQ(qzref::Inspect(*scene).GetApiSceneObservable().Get(),
+                  static_cast<qzk::Observable*>(api));
 
-        du::SmartPtr<qzk::Observable> watch = scene->GetApiSceneObservable();
-        scene->DestroyScene();
+        du::SmartPtr<qzk::Observable> watch = qzref::Inspect(*scene).GetApiSceneObservable();
+        qzref::Inspect(*scene).DestroyScene();
         auto const* stand = static_cast<qzkapp::ecad::BaseScene const*>(watch.Get());
         EXPECT_EQ(stand->destroyCalls, 1);
         EXPECT_TRUE(watch->IsDestroyed());
@@ -228,8 +231,8 @@ TEST_F(EcadScene, BothSchematicKindsAreClassType73) {
     auto board = MakeBoard();
     EXPECT_FALSE(board->IsATypeOf(qzk::ClassType(73)));
     EXPECT_TRUE(board->IsATypeOf(qzk::ClassType(74)));
-    scene->DestroyScene();
-    board->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
+    qzref::Inspect(*board).DestroyScene();
 }
 
 TEST_F(EcadScene, ScenesOfOnePathShareTheirDesign) {
@@ -247,7 +250,7 @@ TEST_F(EcadScene, ScenesOfOnePathShareTheirDesign) {
     a->GetEcadDesign(none, 1);
     EXPECT_TRUE(none.IsNull());
     for (auto* s : {a.Get(), b.Get(), c.Get()}) {
-        s->DestroyScene();
+        qzref::Inspect(*s).DestroyScene();
     }
 }
 
@@ -258,19 +261,19 @@ TEST_F(EcadScene, BoardNoticesReachObserversAsMessagesOnly) {
     scene->PostNewerFileWarning("new.json");
     scene->SetIsolated({Item(0), Item(1)});
     scene->ClearIsolated();
-    scene->SetGroupOverlapColor(dg::Color(0x01FF00FF, true));
+    qzref::Inspect(*scene).SetGroupOverlapColor(dg::Color(0x01FF00FF, true));
     auto view = qzk::ecad::PCBView::Create(*scene, 1);
     EXPECT_TRUE(recorder.log.empty());
     qzref::Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.log, (std::vector<std::string>{"warn new.json", "isolate 2 on",
                                                       "isolate 0 off", "overlap colour", "view"}));
-    EXPECT_TRUE(scene->GetIsolated().empty());
-    EXPECT_FALSE(scene->IsIsolating());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetIsolated().empty());
+    EXPECT_FALSE(qzref::Inspect(*scene).IsIsolating());
     dg::Color overlap;
     scene->GetGroupOverlapColor(overlap);
     EXPECT_EQ(overlap.GetAsHexUI(), 0x01FF00FFu);
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 struct CompareRecorder : qzk::ecad::PCBCompareSceneObserver {
@@ -287,19 +290,19 @@ TEST_F(EcadScene, CompareColourControlStoresAndTells) {
     CompareRecorder recorder;
     scene->RegisterObserver(recorder);
     scene->SetFirstItemColor(dg::Color(0x010000FF, true));
-    EXPECT_EQ(scene->GetFirstItemColor().GetAsHexUI(), 0x010000FFu);
-    scene->ChangeItemColors(dg::Color(0x01000001, true), dg::Color(0x01000002, true),
-                            dg::Color(0x01000003, true));
+    EXPECT_EQ(qzref::Inspect(*scene).GetFirstItemColor().GetAsHexUI(), 0x010000FFu);
+    qzref::Inspect(*scene).ChangeItemColors(
+        dg::Color(0x01000001, true), dg::Color(0x01000002, true), dg::Color(0x01000003, true));
     qzref::Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.changes, 1);
-    EXPECT_EQ(scene->GetSecondItemColor().GetAsHexUI(), 0x01000002u);
-    EXPECT_EQ(scene->GetCommonItemColor().GetAsHexUI(), 0x01000003u);
+    EXPECT_EQ(qzref::Inspect(*scene).GetSecondItemColor().GetAsHexUI(), 0x01000002u);
+    EXPECT_EQ(qzref::Inspect(*scene).GetCommonItemColor().GetAsHexUI(), 0x01000003u);
     du::SmartPtr<qzk::EcadDesign> second;
     scene->GetSecondDesign(second);
     ASSERT_FALSE(second.IsNull());
     EXPECT_EQ(second->GetURL().str(), "b.json");
     scene->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 struct CrosshairRecorder : qzk::ecad::PCBViewObserver {
@@ -335,7 +338,7 @@ TEST_F(EcadScene, CrosshairCallsAreStoredAndToldWithTheWholeState) {
     EXPECT_FALSE(view->SetViewPage(2, true));
     EXPECT_EQ(view->GetCurrentPage(), 1u);
     view->UnregisterObserver(recorder);
-    scene->DestroyScene();
+    qzref::Inspect(*scene).DestroyScene();
 }
 
 } // namespace

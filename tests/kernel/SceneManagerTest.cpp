@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <string>
 #include <vector>
 
@@ -29,7 +30,7 @@ public:
 class SceneManagerTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        qzkapp::QzkApp::Get()->Reset();
+        qzref::Inspect(*qzkapp::QzkApp::Get()).Reset();
         view = qzk::View2D::Create(*scene, 1);
         other = qzk::View2D::Create(*scene, 1);
         view->SetObjectName(du::Symbol("view"));
@@ -37,7 +38,7 @@ protected:
     }
     void TearDown() override {
         scene->Destroy();
-        qzkapp::QzkApp::Get()->Reset();
+        qzref::Inspect(*qzkapp::QzkApp::Get()).Reset();
         qzref::Messages::PumpUntilIdle();
     }
 
@@ -53,20 +54,20 @@ TEST_F(SceneManagerTest, RecordsEveryCallInOrderAndLosesFocusOnlyFromTheFocusedV
     EXPECT_TRUE(manager->_SetFocus(view));
     EXPECT_TRUE(manager->SetActiveView(view, false));
     EXPECT_FALSE(manager->_LostFocus(other));
-    EXPECT_EQ(manager->GetFocusedView().Get(), view.Get());
+    EXPECT_EQ(qzref::Inspect(*manager).GetFocusedView().Get(), view.Get());
     EXPECT_TRUE(manager->_LostFocus(view));
-    EXPECT_EQ(manager->GetFocusedView(), nullptr);
-    EXPECT_EQ(manager->GetActiveView().Get(), view.Get());
+    EXPECT_EQ(qzref::Inspect(*manager).GetFocusedView(), nullptr);
+    EXPECT_EQ(qzref::Inspect(*manager).GetActiveView().Get(), view.Get());
     EXPECT_FALSE(manager->SetActiveView(nullptr, true));
-    EXPECT_EQ(manager->GetActiveView().Get(), view.Get());
+    EXPECT_EQ(qzref::Inspect(*manager).GetActiveView().Get(), view.Get());
 
     std::vector<std::string> const expected = {
         "SceneManager._SetFocus(view)", "SceneManager.SetActiveView(view, false)",
         "SceneManager._LostFocus(other)", "SceneManager._LostFocus(view)",
         "SceneManager.SetActiveView(null, true)"};
     EXPECT_EQ(qzref::Journal::Since(mark), expected);
-    ASSERT_EQ(manager->GetCalls().size(), 5u);
-    EXPECT_EQ(manager->GetCalls()[1].view, du::Symbol("view"));
+    ASSERT_EQ(qzref::Inspect(*manager).GetCalls().size(), 5u);
+    EXPECT_EQ(qzref::Inspect(*manager).GetCalls()[1].view, du::Symbol("view"));
 }
 
 // The manager holds views by counted reference; without ForgetView a closed view would live on in
@@ -75,10 +76,10 @@ TEST_F(SceneManagerTest, AViewThatLeavesItsSceneIsForgotten) {
     manager->SetActiveView(view, false);
     manager->_SetFocus(other);
     scene->RemoveView(view);
-    EXPECT_EQ(manager->GetActiveView(), nullptr);
-    EXPECT_EQ(manager->GetFocusedView().Get(), other.Get());
+    EXPECT_EQ(qzref::Inspect(*manager).GetActiveView(), nullptr);
+    EXPECT_EQ(qzref::Inspect(*manager).GetFocusedView().Get(), other.Get());
     scene->RemoveView(other);
-    EXPECT_EQ(manager->GetFocusedView(), nullptr);
+    EXPECT_EQ(qzref::Inspect(*manager).GetFocusedView(), nullptr);
 }
 
 TEST_F(SceneManagerTest, StatusMessagesReachThePluginInterfaceWhenThereIsOne) {
@@ -86,9 +87,9 @@ TEST_F(SceneManagerTest, StatusMessagesReachThePluginInterfaceWhenThereIsOne) {
     ASSERT_TRUE(plugin);
     plugin->SetStatusMessage("ready");
     EXPECT_EQ(plugin->GetStatusMessages(), (std::vector<du::Symbol>{"ready"}));
-    qzkapp::QzkApp::Get()->SetPluginIf(nullptr);
+    qzref::Inspect(*qzkapp::QzkApp::Get()).SetPluginIf(nullptr);
     EXPECT_EQ(qzkapp::QzkApp::Get()->GetPluginIf(), nullptr);
-    qzkapp::QzkApp::Get()->Reset();
+    qzref::Inspect(*qzkapp::QzkApp::Get()).Reset();
     auto fresh = qzkapp::QzkApp::Get()->GetPluginIf();
     ASSERT_TRUE(fresh);
     EXPECT_TRUE(fresh->GetStatusMessages().empty());

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <string>
 #include <utility>
 #include <vector>
@@ -166,11 +167,11 @@ TEST_F(UndoListTest, EndingASceneDropsItsOperationsFromBothListsAndKeepsOthers) 
     ASSERT_EQ(UndoControl::GetRedoNames(), (std::vector<std::string>{"free", "s2", "e2"}));
     log_.clear();
 
-    ending->DestroyScene();
+    qzref::Inspect(*ending).DestroyScene();
     EXPECT_TRUE(log_.empty());
     EXPECT_EQ(UndoControl::GetUndoNames(), (std::vector<std::string>{"s1"}));
     EXPECT_EQ(UndoControl::GetRedoNames(), (std::vector<std::string>{"free", "s2"}));
-    staying->DestroyScene();
+    qzref::Inspect(*staying).DestroyScene();
     EXPECT_EQ(UndoControl::GetUndoCount(), 0u);
     EXPECT_EQ(UndoControl::GetRedoNames(), (std::vector<std::string>{"free"}));
 }

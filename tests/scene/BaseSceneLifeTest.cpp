@@ -5,6 +5,7 @@
 #include "qzk/Operation.h"
 #include "qzk/SelectionManager.h"
 
+#include "qzref/Inspect.h"
 #include <atomic>
 #include <thread>
 
@@ -47,7 +48,7 @@ TEST(BaseSceneLife, CreatedBoundHeardAndEndedByTheKernelWithNothingLeft) {
     EXPECT_TRUE(recorder.log.empty()); // never inside the poster's call
     EXPECT_EQ(recorder.Take(), std::vector<std::string>{"draworder"});
 
-    kernel->DestroyScene();
+    qzref::Inspect(*kernel).DestroyScene();
     EXPECT_EQ(kernel->GetApiScene(), nullptr);
     EXPECT_EQ(selection->GetObserverCount(), 0u);
     selection = nullptr;
@@ -79,7 +80,7 @@ TEST(BaseSceneLife, InitReadsPreferencesAndKeepsDefaultsForMissingKeys) {
                   "GetIntUIAsColor(\"General/Navigation/secondary_color\")",
                   "GetBool(\"General/Navigation/enable_preselection_highlighting\")"}));
     scene = nullptr;
-    kernel->DestroyScene();
+    qzref::Inspect(*kernel).DestroyScene();
 }
 
 TEST_F(SceneTest, PreferenceChangesRewriteLooksAndPostOnlyTheSecondaryColour) {
@@ -211,7 +212,7 @@ TEST_F(SceneTest, FillSwitchRecordedThenSceneEndedLeavesNothingToUndo) {
     op = nullptr;
     ASSERT_EQ(qzref::UndoControl::GetUndoCount(), 1u);
 
-    kernel->DestroyScene();
+    qzref::Inspect(*kernel).DestroyScene();
     kernel = nullptr;
     EXPECT_EQ(qzref::UndoControl::GetUndoCount(), 0u);
     EXPECT_FALSE(qzref::UndoControl::Undo());

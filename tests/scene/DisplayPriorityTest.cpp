@@ -2,6 +2,7 @@
 #include "SceneFixture.h"
 
 #include "qzk/Operation.h"
+#include "qzref/Inspect.h"
 
 namespace scenetest {
 namespace {
@@ -32,7 +33,7 @@ protected:
 TEST_F(DisplayPriority, MoveRecordsANamedEntryThatUndoesAndRedoes) {
     scene->DrawOrderMoveLayer(4, 1, true);
     EXPECT_EQ(Order(), (Layers{1, 4, 2, 3, 5}));
-    EXPECT_EQ(kernel->GetDrawOrder(), (Layers{1, 4, 2, 3, 5}));
+    EXPECT_EQ(qzref::Inspect(*kernel).GetDrawOrder(), (Layers{1, 4, 2, 3, 5}));
     EXPECT_EQ(Calls({"SetDrawOrder"}),
               std::vector<std::string>{"SetDrawOrder([1 4 2 3 5], false, false)"});
     EXPECT_EQ(qzref::UndoControl::GetUndoNames(),
@@ -61,12 +62,12 @@ TEST_F(DisplayPriority, PreviewsChangeOnlyWhatTheKernelShows) {
     scene->PreviewDrawOrderTopLayer(1); // already on top
     EXPECT_TRUE(Calls({"SetDrawOrder"}).empty());
     scene->PreviewDrawOrderTopLayer(3);
-    EXPECT_EQ(kernel->GetDrawOrder(), (Layers{3, 1, 2, 4, 5}));
+    EXPECT_EQ(qzref::Inspect(*kernel).GetDrawOrder(), (Layers{3, 1, 2, 4, 5}));
     scene->PreviewDrawOrderTopLayer(9);
     scene->PreviewDrawOrderTopLayer(0);
-    EXPECT_EQ(kernel->GetDrawOrder(), (Layers{1, 2, 3, 4, 5}));
+    EXPECT_EQ(qzref::Inspect(*kernel).GetDrawOrder(), (Layers{1, 2, 3, 4, 5}));
     scene->PreviewDrawOrderTopLayer(-1);
-    EXPECT_EQ(kernel->GetDrawOrder(), (Layers{5, 4, 3, 2, 1}));
+    EXPECT_EQ(qzref::Inspect(*kernel).GetDrawOrder(), (Layers{5, 4, 3, 2, 1}));
     EXPECT_EQ(Calls({"SetDrawOrder"}).size(), 3u);
     EXPECT_EQ(Order(), (Layers{1, 2, 3, 4, 5}));
     EXPECT_TRUE(recorder.Take().empty());

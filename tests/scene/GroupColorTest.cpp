@@ -2,6 +2,7 @@
 #include "SceneFixture.h"
 
 #include "qzk/Operation.h"
+#include "qzref/Inspect.h"
 
 namespace scenetest {
 namespace {
@@ -83,9 +84,10 @@ TEST_F(GroupColors, AnObjectInTwoGroupsShowsTheOverlapColour) {
     dg::Color overlap;
     kernel->GetGroupOverlapColor(overlap);
     qzk::ecad::BaseScene::Look look;
-    ASSERT_TRUE(kernel->GetLook(Look(u1), qzk::ecad::BaseScene::GroupLayer, look));
+    ASSERT_TRUE(qzref::Inspect(*kernel).GetLook(Look(u1), qzk::ecad::BaseScene::GroupLayer, look));
     EXPECT_EQ(look.color, overlap.GetAsHexUI());
-    ASSERT_TRUE(kernel->GetLook(Look(Item("R1")), qzk::ecad::BaseScene::GroupLayer, look));
+    ASSERT_TRUE(
+        qzref::Inspect(*kernel).GetLook(Look(Item("R1")), qzk::ecad::BaseScene::GroupLayer, look));
     EXPECT_EQ(look.color, 0x010000FFu);
 
     qzref::Journal::Clear();
@@ -94,7 +96,7 @@ TEST_F(GroupColors, AnObjectInTwoGroupsShowsTheOverlapColour) {
 
     // Members leaving: the layer is cleared whatever the list says.
     scene->OnGroupContentDeleted({});
-    EXPECT_EQ(kernel->GetLookCount(qzk::ecad::BaseScene::GroupLayer), 0u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetLookCount(qzk::ecad::BaseScene::GroupLayer), 0u);
     recorder.Take();
     scene->OnGroupContentDeleted({});
     EXPECT_EQ(recorder.Take(), std::vector<std::string>{"groups 2"});
@@ -158,15 +160,15 @@ TEST_F(GroupColors, SwitchesRecordOnlyRealChangesAndOverlapNever) {
     scene->ToggleOverlapColor(op);
     EXPECT_EQ(op->GetStepCount(), 0u);
     EXPECT_TRUE(scene->GetOverlapColor());
-    EXPECT_TRUE(kernel->GetOverlapColor());
+    EXPECT_TRUE(qzref::Inspect(*kernel).GetOverlapColor());
 
     scene->SetFillShapes(true, op);
     EXPECT_EQ(op->GetStepCount(), 1u);
-    EXPECT_TRUE(kernel->GetFillShapes());
+    EXPECT_TRUE(qzref::Inspect(*kernel).GetFillShapes());
     qzk::RecordOperation(op);
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_FALSE(scene->GetFillShapes());
-    EXPECT_FALSE(kernel->GetFillShapes());
+    EXPECT_FALSE(qzref::Inspect(*kernel).GetFillShapes());
     ASSERT_TRUE(qzref::UndoControl::Redo());
     EXPECT_TRUE(scene->GetFillShapes());
     EXPECT_TRUE(recorder.Take().empty()); // the switches post nothing

@@ -3,6 +3,7 @@
 
 #include "qzk/ObjectSelectionItem.h"
 #include "qzk/Operation.h"
+#include "qzref/Inspect.h"
 
 namespace scenetest {
 namespace {
@@ -27,7 +28,7 @@ protected:
     }
     unsigned int ShownColor(du::SmartPtr<qzk::SelectionItem> const& item, Layer layer) {
         qzk::ecad::BaseScene::Look look;
-        return kernel->GetLook(Look(item), layer, look) ? look.color : 0;
+        return qzref::Inspect(*kernel).GetLook(Look(item), layer, look) ? look.color : 0;
     }
     Recorder recorder;
 };
@@ -97,15 +98,15 @@ TEST_F(Highlights, StoredColoursComeBackOnDehighlightAndThePresentOneOnAssociate
 }
 
 TEST_F(Highlights, ARefusedBracketChangesNothingAndRecordsNothing) {
-    kernel->SetRefuseAppearanceUpdate(true);
+    qzref::Inspect(*kernel).SetRefuseAppearanceUpdate(true);
     scene->Highlight({Item("U1")}, NewOperation());
     scene->OnSelectionChanged(0, false, {}, {Item("U1")});
-    kernel->SetRefuseAppearanceUpdate(false);
+    qzref::Inspect(*kernel).SetRefuseAppearanceUpdate(false);
     EXPECT_EQ(qzref::UndoControl::GetUndoCount(), 0u);
     EXPECT_TRUE(recorder.Take().empty());
-    EXPECT_EQ(kernel->GetUnbalancedEndCount(), 0u);
-    EXPECT_EQ(kernel->GetLookCount(Layer::HighlightLayer), 0u);
-    EXPECT_EQ(kernel->GetLookCount(Layer::SelectionLayer), 0u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetUnbalancedEndCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetLookCount(Layer::HighlightLayer), 0u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetLookCount(Layer::SelectionLayer), 0u);
 }
 
 TEST_F(Highlights, SelectionRewritesEveryEntryAndPreselectionGivesTheSelectionLookBack) {
@@ -130,7 +131,7 @@ TEST_F(Highlights, SelectionRewritesEveryEntryAndPreselectionGivesTheSelectionLo
     // A clear with nothing in it clears all the selection writes nothing.
     qzref::Journal::Clear();
     scene->OnSelectionChanged(0, true, {}, {});
-    EXPECT_EQ(kernel->GetLookCount(Layer::SelectionLayer), 0u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetLookCount(Layer::SelectionLayer), 0u);
     EXPECT_TRUE(Calls({"SetItemSelectionAppearance"}).empty());
     // Other channels lock and do nothing.
     qzref::Journal::Clear();

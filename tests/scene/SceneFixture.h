@@ -24,6 +24,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <string>
 #include <vector>
 
@@ -152,7 +153,7 @@ protected:
 
     void TearDown() override {
         if (kernel) {
-            kernel->DestroyScene();
+            qzref::Inspect(*kernel).DestroyScene();
             kernel = nullptr;
         }
         design = nullptr;

@@ -3,6 +3,7 @@
 // call can reach tolerate a scene that has ended.
 #include "SceneFixture.h"
 
+#include "qzref/Inspect.h"
 #include "scene/SceneLink.h"
 
 namespace scenetest {
@@ -73,7 +74,7 @@ TEST(SceneLinkTest, OneLinkOrAllAreCutAndASceneNobodyHoldsIsRefused) {
 
 TEST_F(SceneTest, HandlersOfAnEndedSceneDoNothing) {
     du::SmartPtr<TestScene> held(scene);
-    kernel->DestroyScene();
+    qzref::Inspect(*kernel).DestroyScene();
     kernel = nullptr;
     qzref::Messages::PumpUntilIdle();
     ASSERT_EQ(held->GetKernelScene(), nullptr);

@@ -12,6 +12,7 @@
 #include "qzk/ecad/Overlay.h"
 #include "qzk/ecad/OverlaySelectionItem.h"
 #include "qzk/ecad/PCBView.h"
+#include "qzref/Inspect.h"
 
 namespace scenetest {
 namespace {
@@ -58,7 +59,7 @@ protected:
     }
     unsigned int Shown(du::SmartPtr<qzk::SelectionItem> const& item, Layer layer) const {
         qzk::ecad::BaseScene::Look look;
-        return kernel->GetLook(Look(item), layer, look) ? look.color : 0;
+        return qzref::Inspect(*kernel).GetLook(Look(item), layer, look) ? look.color : 0;
     }
     void SetPreference(char const* key, bool value) {
         qzref::PreferencesControl::SetBool(key, value);
@@ -200,11 +201,11 @@ TEST_F(SelectionChannels, AColourChangeRewritesEachChannelItNames) {
                               "SetItemSelectionAppearance(R1, 0x01202020, false, false)",
                               "EndAppearanceUpdate()"}));
     // Refused, the rewrite goes on and the bracket is still closed.
-    kernel->SetRefuseAppearanceUpdate(true);
+    qzref::Inspect(*kernel).SetRefuseAppearanceUpdate(true);
     qzref::PreferencesControl::SetColorWord(kSelectionKey, 0x01404040);
     qzref::PreferencesControl::NotifyChanged();
     qzref::Messages::PumpUntilIdle();
-    kernel->SetRefuseAppearanceUpdate(false);
+    qzref::Inspect(*kernel).SetRefuseAppearanceUpdate(false);
     EXPECT_EQ(Shown(u1, Layer::SelectionLayer), 0x01404040u);
 }
 
@@ -219,22 +220,23 @@ TEST_F(SelectionChannels, OverlaysAndAnnotationsAnswerInTheirOwnWays) {
     du::SmartPtr<qzk::SelectionItem> inBoard(new qzk::ecad::OverlaySelectionItem(layerOverlay, 4));
 
     Channel(0, false, {}, {inArea, inBoard});
-    ASSERT_EQ(area->GetMarks().size(), 1u);
-    EXPECT_EQ(area->GetMarks()[0].color, 0x010000FFu); // an area takes the selection colour
-    ASSERT_EQ(layerOverlay->GetMarks().size(), 1u);
-    EXPECT_EQ(layerOverlay->GetMarks()[0].color, 0x01000000u);
+    ASSERT_EQ(qzref::Inspect(*area).GetMarks().size(), 1u);
+    EXPECT_EQ(qzref::Inspect(*area).GetMarks()[0].color,
+              0x010000FFu); // an area takes the selection colour
+    ASSERT_EQ(qzref::Inspect(*layerOverlay).GetMarks().size(), 1u);
+    EXPECT_EQ(qzref::Inspect(*layerOverlay).GetMarks()[0].color, 0x01000000u);
 
     // A preselection leaving an area item drops its whole selection, a real one too.
     Channel(1, false, {}, {inArea});
     Channel(1, false, {inArea}, {});
-    EXPECT_TRUE(area->GetMarks().empty());
+    EXPECT_TRUE(qzref::Inspect(*area).GetMarks().empty());
     // The area stayed among the selected overlays: a selection clear still reaches it (here
     // dropping a new preselection), and leaves the board overlay alone.
     Channel(1, false, {}, {inArea});
-    ASSERT_EQ(area->GetMarks().size(), 1u);
+    ASSERT_EQ(qzref::Inspect(*area).GetMarks().size(), 1u);
     Channel(0, true, {}, {});
-    EXPECT_TRUE(area->GetMarks().empty());
-    EXPECT_EQ(layerOverlay->GetMarks().size(), 1u);
+    EXPECT_TRUE(qzref::Inspect(*area).GetMarks().empty());
+    EXPECT_EQ(qzref::Inspect(*layerOverlay).GetMarks().size(), 1u);
 
     // An annotation is selected in the first view of its class; none fits: not selected.
     auto plain = qzk::View2D::Create(*kernel, 1);
@@ -309,7 +311,7 @@ TEST_F(SelectionChannels, RestoringAnEmptySetOverHighlightsPostsZero) {
     recorder.Take();
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_EQ(recorder.Take(), Lines{"highlight 0"});
-    EXPECT_EQ(kernel->GetLookCount(Layer::HighlightLayer), 0u);
+    EXPECT_EQ(qzref::Inspect(*kernel).GetLookCount(Layer::HighlightLayer), 0u);
     ASSERT_TRUE(qzref::UndoControl::Redo());
     EXPECT_EQ(recorder.Take(), Lines{"highlight 1"});
 

@@ -8,11 +8,17 @@
 #include <mutex>
 #include <vector>
 
+namespace qzref {
+class AnnoSetTableInspector;
+}
+
 namespace qzk {
 
 class AnnoSetTableEntry;
 
 class AnnoSetTable : public Object {
+    friend class qzref::AnnoSetTableInspector;
+
 public:
     static du::SmartPtr<AnnoSetTable> Create();
     ~AnnoSetTable() override;
@@ -25,10 +31,6 @@ public:
     du::SmartPtr<AnnoSetTableEntry> GetEntry(unsigned int index) const;
     // Null when no entry has that name.
     du::SmartPtr<AnnoSetTableEntry> FindEntry(du::Symbol const& name) const;
-
-    // Controls: a new, incomplete entry at the end.
-    du::SmartPtr<AnnoSetTableEntry> AddEntry(du::Symbol const& name);
-    bool RemoveEntry(du::SmartPtr<AnnoSetTableEntry> const& entry);
 
 protected:
     AnnoSetTable();

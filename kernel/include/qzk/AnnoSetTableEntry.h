@@ -19,6 +19,10 @@
 #include <mutex>
 #include <vector>
 
+namespace qzref {
+class AnnoSetTableEntryInspector;
+}
+
 namespace qzk {
 
 class AsyncEvent;
@@ -26,6 +30,8 @@ class Instance;
 class ViewableSource;
 
 class AnnoSetTableEntry : public Object {
+    friend class qzref::AnnoSetTableEntryInspector;
+
 public:
     static du::SmartPtr<AnnoSetTableEntry> Create(du::Symbol const& name);
     ~AnnoSetTableEntry() override;
@@ -47,20 +53,7 @@ public:
     void GetFirst(du::SmartPtr<Instance>& instance, du::SmartPtr<ViewableSource>& source) const;
     void GetSecond(du::SmartPtr<Instance>& instance, du::SmartPtr<ViewableSource>& source) const;
 
-    // State readers: open tickets in ascending order, and the tickets given back, in order.
-    std::vector<unsigned int> GetOpenRequirements() const;
-    std::vector<unsigned int> GetCompletedRequirements() const;
-
-    // Controls.
-    void SetFirst(du::SmartPtr<Instance> const& instance,
-                  du::SmartPtr<ViewableSource> const& source);
-    void SetSecond(du::SmartPtr<Instance> const& instance,
-                   du::SmartPtr<ViewableSource> const& source);
-    // Marks the entry complete and completes the events of the open requirements (their
-    // tickets stay open until given back). Nothing happens the second time.
-    void Complete();
-
-    // The completion flag, readable directly; set only by Complete().
+    // The completion flag, readable directly; set only by the inspector's Complete().
     std::atomic<bool> complete{false};
 
 protected:

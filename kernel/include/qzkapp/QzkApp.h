@@ -13,11 +13,17 @@ namespace qzplugin {
 class PluginHandlerIf;
 }
 
+namespace qzref {
+class QzkAppInspector;
+}
+
 namespace qzkapp {
 
 class SceneManager;
 
 class QzkApp {
+    friend class qzref::QzkAppInspector;
+
 public:
     static QzkApp* Get();
 
@@ -26,11 +32,6 @@ public:
 
     du::SmartPtr<SceneManager> GetSceneManager() const;
     du::SmartPtr<qzplugin::PluginHandlerIf> GetPluginIf() const;
-
-    // Controls.
-    void SetPluginIf(du::SmartPtr<qzplugin::PluginHandlerIf> const& pluginIf);
-    // Puts back a fresh recording plug-in interface and forgets what the scene manager recorded.
-    void Reset();
 
 private:
     QzkApp();

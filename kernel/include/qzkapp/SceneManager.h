@@ -16,9 +16,15 @@ namespace qzk {
 class View;
 }
 
+namespace qzref {
+class SceneManagerInspector;
+}
+
 namespace qzkapp {
 
 class SceneManager : public du::RefCounted {
+    friend class qzref::SceneManagerInspector;
+
 public:
     // One call the manager was told, in order: "SetActiveView", "_SetFocus" or "_LostFocus",
     // the view's journal name, and the flag (false for the focus calls).
@@ -40,15 +46,8 @@ public:
     // Journalled. The view lost the focus; false when it did not have it (nothing changes).
     virtual bool _LostFocus(du::SmartPtr<qzk::View> const& view);
 
-    // State readers.
-    du::SmartPtr<qzk::View> GetActiveView() const;
-    du::SmartPtr<qzk::View> GetFocusedView() const;
-    std::vector<Call> GetCalls() const;
-
-    // Kernel side and controls.
+    // Kernel side: a view that closes is neither active nor focused any more.
     void ForgetView(qzk::View const* view);
-    // Forgets the views and the calls.
-    void Reset();
 
 private:
     mutable std::mutex mutex_;

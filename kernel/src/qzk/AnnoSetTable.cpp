@@ -2,8 +2,6 @@
 
 #include "qzk/AnnoSetTableEntry.h"
 
-#include <algorithm>
-
 namespace qzk {
 namespace {
 bool const registered = ClassType::RegisterClass(classid::AnnoSetTable, {classid::Object});
@@ -44,25 +42,6 @@ du::SmartPtr<AnnoSetTableEntry> AnnoSetTable::FindEntry(du::Symbol const& name) 
         }
     }
     return nullptr;
-}
-
-du::SmartPtr<AnnoSetTableEntry> AnnoSetTable::AddEntry(du::Symbol const& name) {
-    du::SmartPtr<AnnoSetTableEntry> entry = AnnoSetTableEntry::Create(name);
-    std::lock_guard lock(mutex_);
-    entries_.push_back(entry);
-    return entry;
-}
-
-bool AnnoSetTable::RemoveEntry(du::SmartPtr<AnnoSetTableEntry> const& entry) {
-    du::SmartPtr<AnnoSetTableEntry> gone;
-    std::lock_guard lock(mutex_);
-    auto found = std::find(entries_.begin(), entries_.end(), entry);
-    if (found == entries_.end()) {
-        return false;
-    }
-    gone = *found;
-    entries_.erase(found);
-    return true;
 }
 
 void AnnoSetTable::_OnDestroy() {

@@ -82,50 +82,6 @@ void AnnoSetTableEntry::GetSecond(du::SmartPtr<Instance>& instance,
     source = secondSource_;
 }
 
-std::vector<unsigned int> AnnoSetTableEntry::GetOpenRequirements() const {
-    std::lock_guard lock(mutex_);
-    std::vector<unsigned int> out;
-    for (auto const& [ticket, event] : open_) {
-        out.push_back(ticket);
-    }
-    return out;
-}
-
-std::vector<unsigned int> AnnoSetTableEntry::GetCompletedRequirements() const {
-    std::lock_guard lock(mutex_);
-    return completed_;
-}
-
-void AnnoSetTableEntry::SetFirst(du::SmartPtr<Instance> const& instance,
-                                 du::SmartPtr<ViewableSource> const& source) {
-    std::lock_guard lock(mutex_);
-    firstInstance_ = instance;
-    firstSource_ = source;
-}
-
-void AnnoSetTableEntry::SetSecond(du::SmartPtr<Instance> const& instance,
-                                  du::SmartPtr<ViewableSource> const& source) {
-    std::lock_guard lock(mutex_);
-    secondInstance_ = instance;
-    secondSource_ = source;
-}
-
-void AnnoSetTableEntry::Complete() {
-    std::vector<du::SmartPtr<AsyncEvent>> waiting;
-    {
-        std::lock_guard lock(mutex_);
-        if (complete.exchange(true, std::memory_order_acq_rel)) {
-            return;
-        }
-        for (auto const& [ticket, event] : open_) {
-            waiting.push_back(event);
-        }
-    }
-    for (auto const& event : waiting) {
-        event->Complete();
-    }
-}
-
 void AnnoSetTableEntry::_OnDestroy() {
     std::map<unsigned int, du::SmartPtr<AsyncEvent>> gone;
     std::lock_guard lock(mutex_);

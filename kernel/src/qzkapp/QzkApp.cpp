@@ -24,16 +24,4 @@ du::SmartPtr<qzplugin::PluginHandlerIf> QzkApp::GetPluginIf() const {
     return pluginIf_;
 }
 
-void QzkApp::SetPluginIf(du::SmartPtr<qzplugin::PluginHandlerIf> const& pluginIf) {
-    du::SmartPtr<qzplugin::PluginHandlerIf> old;
-    std::lock_guard lock(mutex_);
-    old = pluginIf_;
-    pluginIf_ = pluginIf;
-}
-
-void QzkApp::Reset() {
-    SetPluginIf(du::SmartPtr<qzplugin::PluginHandlerIf>(new qzplugin::PluginHandlerIf()));
-    GetSceneManager()->Reset();
-}
-
 } // namespace qzkapp

@@ -57,21 +57,6 @@ bool SceneManager::_LostFocus(du::SmartPtr<qzk::View> const& view) {
     return true;
 }
 
-du::SmartPtr<qzk::View> SceneManager::GetActiveView() const {
-    std::lock_guard lock(mutex_);
-    return active_;
-}
-
-du::SmartPtr<qzk::View> SceneManager::GetFocusedView() const {
-    std::lock_guard lock(mutex_);
-    return focused_;
-}
-
-std::vector<SceneManager::Call> SceneManager::GetCalls() const {
-    std::lock_guard lock(mutex_);
-    return calls_;
-}
-
 void SceneManager::ForgetView(qzk::View const* view) {
     du::SmartPtr<qzk::View> active;
     du::SmartPtr<qzk::View> focused;
@@ -82,16 +67,6 @@ void SceneManager::ForgetView(qzk::View const* view) {
     if (focused_.Get() == view) {
         focused = std::move(focused_);
     }
-}
-
-void SceneManager::Reset() {
-    du::SmartPtr<qzk::View> active;
-    du::SmartPtr<qzk::View> focused;
-    std::vector<Call> calls;
-    std::lock_guard lock(mutex_);
-    active = std::move(active_);
-    focused = std::move(focused_);
-    calls.swap(calls_);
 }
 
 } // namespace qzkapp

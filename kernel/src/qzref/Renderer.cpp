@@ -9,6 +9,7 @@
 #include <cairo-svg.h>
 #include <cairo.h>
 
+#include "qzref/Inspect.h"
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -163,17 +164,17 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
     // Looks by object: the selection layer wins over highlight, highlight over group.
     std::map<void const*, unsigned int> looks;
     for (int layer = 2; layer >= 0; --layer) {
-        for (auto const& [item, look] : scene.GetLooks(layer)) {
+        for (auto const& [item, look] : qzref::Inspect(scene).GetLooks(layer)) {
             looks[item.object] = look.color;
         }
     }
     std::set<void const*> isolated;
-    for (auto const& item : scene.GetIsolated()) {
+    for (auto const& item : qzref::Inspect(scene).GetIsolated()) {
         isolated.insert(item.object);
     }
-    bool const isolating = scene.IsIsolating();
+    bool const isolating = qzref::Inspect(scene).IsIsolating();
     std::map<std::pair<short, short>, std::pair<unsigned int, bool>> sublayers;
-    for (auto const& entry : scene.GetColorVisInfo()) {
+    for (auto const& entry : qzref::Inspect(scene).GetColorVisInfo()) {
         sublayers[{entry.layer, entry.sublayer}] = {entry.color, entry.visible};
     }
 
@@ -204,7 +205,7 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
             cairo_rotate(cr, angle);
             cairo_translate(cr, -(box.x0 + box.x1) / 2, -(box.y0 + box.y1) / 2);
             cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
-            for (short layer : scene.GetDrawOrder()) {
+            for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
                 for (DesignObject* object : objects) {
                     if (object->layer != layer || object->geometry.empty()) {
                         continue;

@@ -5,15 +5,15 @@
 // Appearance: a look written later on a layer replaces the earlier look of that item on that
 // layer; ClearItemAppearance and ClearGroupAppearances remove looks. Writes are accepted also
 // outside a Begin/EndAppearanceUpdate bracket (the bracket is counted, and can be made to refuse
-// with SetRefuseAppearanceUpdate, so that a test can see the layer give up).
+// through the scene's inspector, so that a test can see the layer give up).
 //
 // The API scene: SetApiScene keeps a counted reference to it. The kernel only knows the API
 // scene's class by name, so SetApiScene is a template whose body is compiled where the class is
 // complete (the layer's own code), and there converts the pointer to the qzk::Observable that
 // every API scene is. The scene keeps both the typed pointer (for GetApiScene) and the counted
 // qzk::Observable reference (to keep it alive and to end it). When the kernel scene is destroyed
-// (Destroy, or qzref-side DestroyScene), it first calls Destroy on the API scene, outside every
-// kernel mutex and holding a reference of its own for the duration, then ends its views.
+// (Destroy, or the inspector's DestroyScene), it first calls Destroy on the API scene, outside
+// every kernel mutex and holding a reference of its own for the duration, then ends its views.
 //
 // Designs: a scene's design comes from its source's file path; designs are shared per path
 // between live kernel scenes, so a second scene of a design finds it loaded. A design leaves the
@@ -50,6 +50,10 @@ namespace qzkapp::ecad {
 class BaseScene;
 }
 
+namespace qzref {
+class BaseSceneInspector;
+}
+
 namespace qz2d::ecad {
 class Design;
 }
@@ -69,6 +73,8 @@ namespace qzk::ecad {
 class EcadPCBData;
 
 class BaseScene : public qzk::Scene2D {
+    friend class qzref::BaseSceneInspector;
+
 public:
     enum AppearanceLayer : int { SelectionLayer = 0, HighlightLayer = 1, GroupLayer = 2 };
 
@@ -159,34 +165,6 @@ public:
     // Here they only journal.
     virtual void FinishDesignLoad();
     virtual void FinishDesignLoad(bool second);
-
-    // State readers.
-    bool GetLook(AppearanceItem const& item, int layer, Look& out) const;
-    std::size_t GetLookCount(int layer) const;
-    std::map<AppearanceItem, Look> GetLooks(int layer) const;
-    int GetOpenAppearanceUpdates() const;
-    unsigned int GetUnbalancedEndCount() const;
-    std::vector<short> GetDrawOrder() const;
-    bool GetDrawOrderFlag() const;
-    bool GetOverlapColor() const;
-    bool GetHighlightOnlyVisible() const;
-    bool GetFillShapes() const;
-    unsigned int GetDefaultSelectionColor() const;
-    unsigned int GetViewsDirtyCount() const;
-    unsigned int GetViewCreatedCount() const;
-    // In order of creation.
-    std::vector<du::SmartPtr<Overlay>> GetOverlays() const;
-    std::vector<AnnoCVInfo> GetImageColorVis() const;
-    // The counted reference that keeps the API scene alive; null once let go.
-    du::SmartPtr<qzk::Observable> GetApiSceneObservable() const;
-    du::Symbol GetFilePath(int index) const;
-
-    // Controls.
-    void SetRefuseAppearanceUpdate(bool refuse);
-    // Stores the colour and tells the observers (OnGroupOverlapColorChanged).
-    void SetGroupOverlapColor(dg::Color const& color);
-    // The kernel's end of the scene: Destroy() (which ends the API scene first).
-    void DestroyScene();
 
     // Kernel side: told by an overlay of this scene.
     void _TellOverlayAppearance(du::SmartPtr<Overlay> const& overlay,

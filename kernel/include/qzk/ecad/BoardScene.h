@@ -9,22 +9,20 @@
 
 #include <vector>
 
+namespace qzref {
+template <class Base, class ColorSet> class BoardSceneInspector;
+}
+
 namespace qzk::ecad {
 
 template <class Base, class ColorSet> class BoardScene : public Base {
+    template <class, class> friend class qzref::BoardSceneInspector;
+
 public:
     void SetIsolated(std::vector<AppearanceItem> const& items);
     void ClearIsolated();
     void SetIsolateOnlyVisible(bool onlyVisible);
     void SetShowLogicalConnection(bool show);
-
-    // State readers.
-    ColorSet GetColorVisInfo() const;
-    // The isolated items as last set; empty and IsIsolating false after ClearIsolated.
-    std::vector<AppearanceItem> GetIsolated() const;
-    bool IsIsolating() const;
-    bool GetIsolateOnlyVisible() const;
-    bool GetShowLogicalConnection() const;
 
 protected:
     using Base::Base;

@@ -8,11 +8,17 @@
 #include "dg/Color.h"
 #include "qzk/ecad/BaseScene.h"
 
+namespace qzref {
+class CompareSceneInspector;
+}
+
 namespace qzk::ecad {
 
 class PageList;
 
 class CompareScene : public BaseScene {
+    friend class qzref::CompareSceneInspector;
+
 public:
     ~CompareScene() override;
 
@@ -29,17 +35,6 @@ public:
     virtual du::SmartPtr<PageList> GetPageList();
     using BaseScene::FinishDesignLoad;
     void FinishDesignLoad(bool second) override;
-
-    // State readers: the three colours as the kernel holds them; whether FinishDesignLoad was
-    // told of a design.
-    dg::Color GetFirstItemColor() const;
-    dg::Color GetSecondItemColor() const;
-    dg::Color GetCommonItemColor() const;
-    bool IsDesignFinished(bool second) const;
-
-    // Control: the user changed the compare colours; stored and told to the observers
-    // (OnCompareColorChanged).
-    void ChangeItemColors(dg::Color const& first, dg::Color const& second, dg::Color const& common);
 
 protected:
     CompareScene(du::SmartPtr<qzk::World> const& world,

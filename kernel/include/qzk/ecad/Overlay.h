@@ -2,9 +2,9 @@
 // data) or a picture overlay (made from a qz2d design). Made only by BaseScene::CreateOverlay;
 // the scene holds it until RemoveOverlay or its own end, and hands out further references.
 //
-// Every call from outside is journalled and stored; the readers tell tests the overlay's colour,
-// visibility, transform, name and selection. A change of visibility or selection is told to the
-// scene's observers (OnOverlayAppearanceChanged) while the overlay still belongs to its scene.
+// Every call from outside is journalled and stored; the overlay's inspector tells tests its
+// colour, visibility, transform, name and selection. A change of visibility or selection is told to
+// the scene's observers (OnOverlayAppearanceChanged) while the overlay still belongs to its scene.
 // Select without a colour marks the item in the overlay's own colour.
 #pragma once
 
@@ -24,12 +24,18 @@ namespace qz2d::ecad {
 class Design;
 }
 
+namespace qzref {
+class OverlayInspector;
+}
+
 namespace qzk::ecad {
 
 class BaseScene;
 class OverlaySelectionItem;
 
 class Overlay : public qzk::Object {
+    friend class qzref::OverlayInspector;
+
 public:
     // One selected or preselected item of the overlay.
     struct Mark {
@@ -58,20 +64,6 @@ public:
     // Set by the layer for an image of kind 1; stored, not interpreted.
     bool kindOneFlag = false;
 
-    // State readers.
-    unsigned int GetColorWord() const;
-    bool IsVisible() const;
-    dg::DMat33 GetTransform() const;
-    dg::DPoint2D GetCenter() const;
-    std::string GetName() const;
-    // Marks in the order they were made; a new mark of an item replaces its old one.
-    std::vector<Mark> GetMarks() const;
-    du::SmartPtr<EcadPCBData> GetBoard() const { return board_; }
-    du::SmartPtr<qz2d::ecad::Design> GetPicture() const;
-    // The remaining arguments of the picture form of CreateOverlay.
-    unsigned int GetParameter() const noexcept { return parameter_; }
-    bool GetPictureFlag() const noexcept { return pictureFlag_; }
-
     // Kernel side, called by the owning scene.
     static du::SmartPtr<Overlay>
     _MakeBoardOverlay(BaseScene* scene, du::SmartPtr<EcadPCBData> const& board, uint64 id,
@@ -82,6 +74,8 @@ public:
                         uint64 id, bool visible, unsigned int color, unsigned int kind,
                         dg::DMat33 const& matrix, unsigned int parameter, std::string const& name,
                         bool flag);
+    // The centre rotations and flips turn about.
+    dg::DPoint2D _GetCenter() const;
     void _SetName(std::string const& name);
     // Applies transform after the present one.
     void _Transform(dg::DMat33 const& transform);

@@ -1,8 +1,7 @@
 // The ECAD kernel scene that compares a board with a schematic: the board's colours, draw order
 // and isolation, the schematic's colours and draw order, each side's views.
 //
-// Every operation the layer calls is journalled; the state readers give back what the scene was
-// told last.
+// Every operation the layer calls is journalled.
 #pragma once
 
 #include "qzk/EcadSource.h"
@@ -17,6 +16,10 @@
 
 namespace qzkapp::ecad {
 class PCBSchCompareScene;
+}
+
+namespace qzref {
+class PCBSchCompareSceneInspector;
 }
 
 namespace qzk::ecad {
@@ -46,8 +49,8 @@ public:
     // already.
     bool RegisterObserver(PCBSchCompareSceneObserver& observer);
     bool UnregisterObserver(PCBSchCompareSceneObserver& observer);
-    // SetIsolated, ClearIsolated, SetIsolateOnlyVisible, SetShowLogicalConnection and their
-    // readers come from BoardScene.
+    // SetIsolated, ClearIsolated, SetIsolateOnlyVisible and SetShowLogicalConnection come from
+    // BoardScene.
 
     // Board colours; told as OnPcbSublayerColorVisChanged.
     void SetColorVisInfo(SublayerPCB_CVSet const& set);
@@ -62,16 +65,6 @@ public:
     void SetFirstViewDirty();
     void SetSecondViewDirty();
 
-    // State readers.
-    std::map<short, ColorVisInfo> GetSublayerColorVisInfo() const;
-    std::vector<short> GetPCBDrawOrder() const;
-    bool GetPCBDrawOrderFlag() const;
-    std::vector<short> GetSchDrawOrder() const;
-    unsigned int GetFirstViewDirtyCount() const;
-    unsigned int GetSecondViewDirtyCount() const;
-    // _GetFirstType, for tests.
-    qzk::EcadSource::EcadType GetFirstType() const { return _GetFirstType(); }
-
 protected:
     PCBSchCompareScene(du::SmartPtr<qzk::World> const& world,
                        du::SmartPtr<AnnoSetTableEntry> const& entry,
@@ -79,6 +72,7 @@ protected:
 
 private:
     friend class qzkapp::ecad::PCBSchCompareScene;
+    friend class qzref::PCBSchCompareSceneInspector;
     // Whether the first design is the board (eBoard) or the schematic (eSchematic), from its data
     // once loaded, and before that from reading its file; eUnknown without a first design.
     qzk::EcadSource::EcadType _GetFirstType() const;

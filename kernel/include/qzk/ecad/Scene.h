@@ -7,9 +7,15 @@
 #include "qzk/Instance.h"
 #include "qzk/ecad/BaseScene.h"
 
+namespace qzref {
+class SceneInspector;
+}
+
 namespace qzk::ecad {
 
 class Scene : public BaseScene {
+    friend class qzref::SceneInspector;
+
 public:
     ~Scene() override;
 
@@ -20,8 +26,6 @@ public:
     using BaseScene::FinishDesignLoad;
     void FinishDesignLoad() override;
 
-    // State reader.
-    bool IsDesignLoadedFlag() const;
     du::SmartPtr<qzk::Instance> GetInstance() const { return instance_; }
 
 protected:

@@ -1,7 +1,6 @@
 // The ECAD kernel scene that compares two schematics: a compare colour record per sublayer.
 //
-// Every operation the layer calls is journalled; the state readers give back what the scene was
-// told last.
+// Every operation the layer calls is journalled.
 #pragma once
 
 #include "qzk/ecad/AppearanceItem.h"
@@ -11,11 +10,17 @@
 #include <map>
 #include <vector>
 
+namespace qzref {
+class SchematicCompareSceneInspector;
+}
+
 namespace qzk::ecad {
 
 class SchematicCompareSceneObserver;
 
 class SchematicCompareScene : public CompareScene {
+    friend class qzref::SchematicCompareSceneInspector;
+
 public:
     // Journalled as "qzk::ecad::SchematicCompareScene.Create(<first path>, <second path>, <scene
     // name>)".
@@ -41,9 +46,6 @@ public:
 
     // The records are cloned, as PCBCompareScene's rows are. Every call is told.
     void SetSublayerColorVisInfo(std::map<short, du::SmartPtr<CompareColorVis>> const& map);
-
-    // State readers.
-    std::map<short, du::SmartPtr<CompareColorVis>> GetSublayerColorVisInfo() const;
 
 protected:
     SchematicCompareScene(du::SmartPtr<qzk::World> const& world,

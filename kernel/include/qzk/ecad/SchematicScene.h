@@ -1,8 +1,7 @@
 // The ECAD kernel scene of one schematic: its sublayer colours. Both schematic scene kinds
 // (73 and 77) are this class, whose class type is 73.
 //
-// Every operation the layer calls is journalled; the state readers give back what the scene was
-// told last.
+// Every operation the layer calls is journalled.
 #pragma once
 
 #include "qzk/ecad/AppearanceItem.h"
@@ -12,11 +11,17 @@
 #include <map>
 #include <vector>
 
+namespace qzref {
+class SchematicSceneInspector;
+}
+
 namespace qzk::ecad {
 
 class SchematicSceneObserver;
 
 class SchematicScene : public Scene {
+    friend class qzref::SchematicSceneInspector;
+
 public:
     // Journalled as "qzk::ecad::SchematicScene.Create(<path>, <scene name>)".
     static void Create(du::SmartPtr<qzk::World> const& world,
@@ -35,9 +40,6 @@ public:
 
     // Every call is stored and told (OnSublayerColorVisChanged).
     void SetSublayerColorVisInfo(std::map<short, ColorVisInfo> const& map);
-
-    // State readers.
-    std::map<short, ColorVisInfo> GetSublayerColorVisInfo() const;
 
 protected:
     SchematicScene(du::SmartPtr<qzk::World> const& world,

@@ -141,27 +141,14 @@ void BaseScene::FinishDesignLoad(bool second) {
     qzref::Journal::Record(GetObjectName().str(), "FinishDesignLoad", {qzref::Fmt(second)});
 }
 
-du::SmartPtr<qzk::Observable> BaseScene::GetApiSceneObservable() const {
-    std::lock_guard lock(stateMutex_);
-    return apiSceneHold_;
-}
-
-du::Symbol BaseScene::GetFilePath(int index) const {
-    _ResolveEntryPaths();
-    std::lock_guard lock(stateMutex_);
-    return index >= 0 && static_cast<std::size_t>(index) < paths_.size() ? paths_[index]
-                                                                         : du::Symbol();
-}
-
-void BaseScene::DestroyScene() {
-    du::SmartPtr<BaseScene> self(this);
-    Destroy();
-}
-
 void BaseScene::_OnDestroy() {
     // The steps of this scene's operations act on the API scene, which ends next.
     _ForgetOperations();
-    du::SmartPtr<qzk::Observable> api = GetApiSceneObservable();
+    du::SmartPtr<qzk::Observable> api;
+    {
+        std::lock_guard lock(stateMutex_);
+        api = apiSceneHold_;
+    }
     if (api) {
         api->Destroy();
     }

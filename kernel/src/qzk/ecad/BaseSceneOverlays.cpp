@@ -125,7 +125,7 @@ void BaseScene::RotateOverlay(uint64 const& id, double angle) {
     qzref::Journal::Record(GetObjectName().str(), "RotateOverlay",
                            {qzref::Fmt(static_cast<unsigned long>(id)), qzref::Fmt(angle)});
     if (du::SmartPtr<Overlay> overlay = _Find(id)) {
-        overlay->_Transform(dg::DMat33::Rotation(angle, overlay->GetCenter()));
+        overlay->_Transform(dg::DMat33::Rotation(angle, overlay->_GetCenter()));
         _PostNotice(BaseSceneObserver::OverlayUpdateEventId, [overlay](dom::ObserverProxy& p) {
             p.PushObjectValue(du::SmartPtr<du::RefCounted>(overlay.Get()));
         });
@@ -136,7 +136,7 @@ void BaseScene::FlipHorzOverlay(uint64 const& id) {
     qzref::Journal::Record(GetObjectName().str(), "FlipHorzOverlay",
                            {qzref::Fmt(static_cast<unsigned long>(id))});
     if (du::SmartPtr<Overlay> overlay = _Find(id)) {
-        overlay->_Transform(dg::DMat33::FlipHorizontal(overlay->GetCenter()));
+        overlay->_Transform(dg::DMat33::FlipHorizontal(overlay->_GetCenter()));
         _PostNotice(BaseSceneObserver::OverlayUpdateEventId, [overlay](dom::ObserverProxy& p) {
             p.PushObjectValue(du::SmartPtr<du::RefCounted>(overlay.Get()));
         });
@@ -147,7 +147,7 @@ void BaseScene::FlipVertOverlay(uint64 const& id) {
     qzref::Journal::Record(GetObjectName().str(), "FlipVertOverlay",
                            {qzref::Fmt(static_cast<unsigned long>(id))});
     if (du::SmartPtr<Overlay> overlay = _Find(id)) {
-        overlay->_Transform(dg::DMat33::FlipVertical(overlay->GetCenter()));
+        overlay->_Transform(dg::DMat33::FlipVertical(overlay->_GetCenter()));
         _PostNotice(BaseSceneObserver::OverlayUpdateEventId, [overlay](dom::ObserverProxy& p) {
             p.PushObjectValue(du::SmartPtr<du::RefCounted>(overlay.Get()));
         });

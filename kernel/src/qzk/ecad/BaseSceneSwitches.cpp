@@ -90,14 +90,6 @@ void BaseScene::SetFillShapes(bool fill) {
     _TellSwitch(Switch::FillShapes, fill);
 }
 
-void BaseScene::SetGroupOverlapColor(dg::Color const& color) {
-    {
-        std::lock_guard lock(stateMutex_);
-        groupOverlapColor_ = color;
-    }
-    _PostNotice(BaseSceneObserver::GroupOverlapColorChangedEventId);
-}
-
 int BaseScene::_AppearanceAspect(Switch, bool& schematic) const {
     schematic = false;
     return -1;

@@ -36,11 +36,6 @@ void BoardScene<Base, ColorSet>::_SetColorVis(ColorSet const& set, unsigned char
     this->_PostNotice(noticeId);
 }
 
-template <class Base, class ColorSet> ColorSet BoardScene<Base, ColorSet>::GetColorVisInfo() const {
-    std::lock_guard lock(this->stateMutex_);
-    return colorVis_;
-}
-
 template <class Base, class ColorSet>
 void BoardScene<Base, ColorSet>::SetIsolated(std::vector<AppearanceItem> const& items) {
     if (qzref::Journal::IsEnabled()) {
@@ -98,29 +93,6 @@ void BoardScene<Base, ColorSet>::SetShowLogicalConnection(bool show) {
         showLogicalConnection_ = show;
     }
     this->_TellSwitch(Base::Switch::ShowLogicalConnection, show);
-}
-
-template <class Base, class ColorSet>
-std::vector<AppearanceItem> BoardScene<Base, ColorSet>::GetIsolated() const {
-    std::lock_guard lock(this->stateMutex_);
-    return isolated_;
-}
-
-template <class Base, class ColorSet> bool BoardScene<Base, ColorSet>::IsIsolating() const {
-    std::lock_guard lock(this->stateMutex_);
-    return isolating_;
-}
-
-template <class Base, class ColorSet>
-bool BoardScene<Base, ColorSet>::GetIsolateOnlyVisible() const {
-    std::lock_guard lock(this->stateMutex_);
-    return isolateOnlyVisible_;
-}
-
-template <class Base, class ColorSet>
-bool BoardScene<Base, ColorSet>::GetShowLogicalConnection() const {
-    std::lock_guard lock(this->stateMutex_);
-    return showLogicalConnection_;
 }
 
 template <class Base, class ColorSet>

@@ -88,35 +88,4 @@ void CompareScene::FinishDesignLoad(bool second) {
     SetNumPages(_CountPages());
 }
 
-dg::Color CompareScene::GetFirstItemColor() const {
-    std::lock_guard lock(stateMutex_);
-    return firstColor_;
-}
-
-dg::Color CompareScene::GetSecondItemColor() const {
-    std::lock_guard lock(stateMutex_);
-    return secondColor_;
-}
-
-dg::Color CompareScene::GetCommonItemColor() const {
-    std::lock_guard lock(stateMutex_);
-    return commonColor_;
-}
-
-bool CompareScene::IsDesignFinished(bool second) const {
-    std::lock_guard lock(stateMutex_);
-    return finished_[second ? 1 : 0];
-}
-
-void CompareScene::ChangeItemColors(dg::Color const& first, dg::Color const& second,
-                                    dg::Color const& common) {
-    {
-        std::lock_guard lock(stateMutex_);
-        firstColor_ = first;
-        secondColor_ = second;
-        commonColor_ = common;
-    }
-    _PostNotice(BaseSceneObserver::CompareColorChangedEventId);
-}
-
 } // namespace qzk::ecad

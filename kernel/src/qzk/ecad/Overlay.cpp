@@ -70,7 +70,12 @@ du::SmartPtr<Overlay> Overlay::_MakePictureOverlay(BaseScene* scene,
 void Overlay::Select(du::SmartPtr<OverlaySelectionItem> const& item) {
     qzref::Journal::Record(GetObjectName().str(), "Select",
                            {qzref::Fmt(static_cast<unsigned long>(ItemId(item)))});
-    _Mark(ItemId(item), GetColorWord(), false, false);
+    unsigned int own = 0;
+    {
+        std::lock_guard lock(mutex_);
+        own = color_;
+    }
+    _Mark(ItemId(item), own, false, false);
 }
 
 void Overlay::Select(du::SmartPtr<OverlaySelectionItem> const& item, dg::Color const& color,
@@ -149,38 +154,9 @@ void Overlay::_TellAppearance(bool cameOn, unsigned int aspect) {
                                   cameOn ? none : changed);
 }
 
-unsigned int Overlay::GetColorWord() const {
-    std::lock_guard lock(mutex_);
-    return color_;
-}
-
-bool Overlay::IsVisible() const {
-    std::lock_guard lock(mutex_);
-    return visible_;
-}
-
-dg::DMat33 Overlay::GetTransform() const {
-    std::lock_guard lock(mutex_);
-    return matrix_;
-}
-
-dg::DPoint2D Overlay::GetCenter() const {
+dg::DPoint2D Overlay::_GetCenter() const {
     std::lock_guard lock(mutex_);
     return center_;
-}
-
-std::string Overlay::GetName() const {
-    std::lock_guard lock(mutex_);
-    return name_;
-}
-
-std::vector<Overlay::Mark> Overlay::GetMarks() const {
-    std::lock_guard lock(mutex_);
-    return marks_;
-}
-
-du::SmartPtr<qz2d::ecad::Design> Overlay::GetPicture() const {
-    return du::SmartPtr<qz2d::ecad::Design>(dynamic_cast<qz2d::ecad::Design*>(picture_.Get()));
 }
 
 void Overlay::_SetName(std::string const& name) {

@@ -93,11 +93,6 @@ void PCBSchCompareScene::SetSublayerColorVisInfo(std::map<short, ColorVisInfo> c
     _PostNotice(BaseSceneObserver::SchSublayerColorVisChangedEventId);
 }
 
-std::map<short, ColorVisInfo> PCBSchCompareScene::GetSublayerColorVisInfo() const {
-    std::lock_guard lock(stateMutex_);
-    return schColorVis_;
-}
-
 void PCBSchCompareScene::SetPCBDrawOrder(std::vector<short> const& order, bool flag, bool invert) {
     qzref::Journal::Record(GetObjectName().str(), "SetPCBDrawOrder",
                            {qzref::Fmt(order), qzref::Fmt(flag), qzref::Fmt(invert)});
@@ -129,31 +124,6 @@ void PCBSchCompareScene::SetSecondViewDirty() {
     qzref::Journal::Record(GetObjectName().str(), "SetSecondViewDirty");
     std::lock_guard lock(stateMutex_);
     ++secondViewDirty_;
-}
-
-std::vector<short> PCBSchCompareScene::GetPCBDrawOrder() const {
-    std::lock_guard lock(stateMutex_);
-    return pcbDrawOrder_;
-}
-
-bool PCBSchCompareScene::GetPCBDrawOrderFlag() const {
-    std::lock_guard lock(stateMutex_);
-    return pcbDrawOrderFlag_;
-}
-
-std::vector<short> PCBSchCompareScene::GetSchDrawOrder() const {
-    std::lock_guard lock(stateMutex_);
-    return schDrawOrder_;
-}
-
-unsigned int PCBSchCompareScene::GetFirstViewDirtyCount() const {
-    std::lock_guard lock(stateMutex_);
-    return firstViewDirty_;
-}
-
-unsigned int PCBSchCompareScene::GetSecondViewDirtyCount() const {
-    std::lock_guard lock(stateMutex_);
-    return secondViewDirty_;
 }
 
 qzk::EcadSource::EcadType PCBSchCompareScene::_GetFirstType() const {

@@ -65,9 +65,4 @@ void Scene::FinishDesignLoad() {
     }
 }
 
-bool Scene::IsDesignLoadedFlag() const {
-    std::lock_guard lock(stateMutex_);
-    return designLoaded_;
-}
-
 } // namespace qzk::ecad

@@ -92,12 +92,6 @@ void SchematicCompareScene::SetSublayerColorVisInfo(
     _PostNotice(BaseSceneObserver::SublayerColorVisChangedEventId);
 }
 
-std::map<short, du::SmartPtr<CompareColorVis>>
-SchematicCompareScene::GetSublayerColorVisInfo() const {
-    std::lock_guard lock(stateMutex_);
-    return colorVis_;
-}
-
 int SchematicCompareScene::_AppearanceAspect(Switch which, bool& schematic) const {
     schematic = true;
     switch (which) {

@@ -73,11 +73,6 @@ void SchematicScene::SetSublayerColorVisInfo(std::map<short, ColorVisInfo> const
     _PostNotice(BaseSceneObserver::SublayerColorVisChangedEventId);
 }
 
-std::map<short, ColorVisInfo> SchematicScene::GetSublayerColorVisInfo() const {
-    std::lock_guard lock(stateMutex_);
-    return colorVis_;
-}
-
 int SchematicScene::_AppearanceAspect(Switch which, bool& schematic) const {
     schematic = true;
     switch (which) {
