@@ -2,6 +2,9 @@
 // back, previews keep theirs apart from the current sheet, and only a real change of sheet posts.
 #include "SchematicHarness.h"
 
+#include "qzk/EcadDesign.h"
+#include "qzk/ecad/SchematicData.h"
+
 namespace qztest {
 namespace {
 
@@ -134,6 +137,37 @@ TEST_F(SheetNavigationTest, EndingAPreviewReturnsToTheCurrentSheetAndKeepsEachPr
     api_->PageNav(0, Base(view_));
     EXPECT_EQ(CentreX(view_), 4.0);
     EXPECT_EQ(Events(), (std::vector<std::string>{"Page 2", "Page 0"}));
+}
+
+// A design that comes back with fewer sheets must not keep pictures of sheets it no longer has,
+// nor lose those of the sheets it kept.
+TEST_F(SheetNavigationTest, AReloadWithFewerSheetsDropsOnlyTheSurplusSheetsPictures) {
+    Place(view_, 1.0, 10.0);
+    api_->PageNav(1, Base(view_));
+    Place(view_, 2.0, 20.0);
+    api_->PageNav(2, Base(view_));
+    Place(view_, 3.0, 30.0);
+    api_->PageNav(0, Base(view_));
+
+    du::SmartPtr<qzk::EcadDesign> design;
+    scene_->GetEcadDesign(design, 0);
+    ASSERT_TRUE(design);
+    du::SmartPtr<qzk::EcadDesignData> const full = design->GetEcadDesignData();
+    auto shorter = qzk::ecad::SchematicData::Create(du::Symbol("two sheets"));
+    shorter->AddSheet("Power");
+    shorter->AddSheet("Controller");
+    design->SetEcadDesignData(du::SmartPtr<qzk::EcadDesignData>(shorter));
+    api_->LoadEcadDesign();
+    design->SetEcadDesignData(full);
+    api_->LoadEcadDesign();
+    ASSERT_EQ(view_->GetNumPages(), 3u);
+
+    unsigned int const fits = view_->GetFitCount();
+    api_->PageNav(1, Base(view_));
+    EXPECT_EQ(CentreX(view_), 2.0);
+    EXPECT_EQ(view_->GetFitCount(), fits);
+    api_->PageNav(2, Base(view_));
+    EXPECT_EQ(view_->GetFitCount(), fits + 1);
 }
 
 // A sheet change while the design is still loading must neither crash nor lose the records made
