@@ -211,6 +211,11 @@ void SchematicScene::PageNav(short page, du::SmartPtr<qzk::ecad::BaseView> const
     }
 }
 
+void SchematicScene::PreviewPageNav(short page, du::SmartPtr<qzk::ecad::BaseView> const& view) {
+    dp::WriteLocker lock(GetRWLock());
+    SheetViewStateHolder::PreviewPageNav(page, view);
+}
+
 unsigned int SchematicScene::GetCurrentPage() const {
     dp::ReadLocker lock(GetRWLock());
     return currentPage;

@@ -50,6 +50,9 @@ public:
     void UpdateCurrentViewState(du::SmartPtr<qzk::ecad::BaseView> const& view,
                                 unsigned int page) override;
     void PageNav(short page, du::SmartPtr<qzk::ecad::BaseView> const& view) override;
+    // The holder's body under the lock: it reads the view states when it puts a picture back,
+    // and a load that completes meanwhile resizes them.
+    void PreviewPageNav(short page, du::SmartPtr<qzk::ecad::BaseView> const& view) override;
 
     void GetSublayerColorVisInfo(SublayerMap& out) const override;
     // Every call reaches the kernel scene and posts, whether the map changed or not.

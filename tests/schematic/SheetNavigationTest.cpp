@@ -209,5 +209,30 @@ TEST_F(SchematicTest, ASheetChangeWhileTheLoadIsInFlightIsSafeAndItsRecordsSurvi
               (std::vector<std::string>{"Page 2", "Page 0"}));
 }
 
+// The load's completion may arrive on the dispatcher thread while the host goes from sheet to
+// sheet; the completion resizes the view states that navigation and previews read and write.
+TEST_F(SchematicTest, SheetChangesRacingTheLoadsCompletionOnAnotherThreadStayConsistent) {
+    Kernel scene = Make(Example("three-sheet-schematic.json"));
+    ASSERT_TRUE(scene);
+    qzkapp::ecad::SchematicScene* api = Api(scene);
+    View view = MakeView(scene, 3);
+    ASSERT_TRUE(Messages::StartDispatcher());
+    for (int i = 0; i < 200 && !api->IsDesignLoaded(); ++i) {
+        api->PreviewPageNav(static_cast<short>(i % 3), Base(view));
+        api->PreviewPageNav(-1, Base(view));
+        api->PageNav(static_cast<short>(i % 3), Base(view));
+    }
+    qzref::LoaderControl::WaitUntilIdle();
+    ASSERT_TRUE(Messages::StopDispatcher());
+    Messages::PumpUntilIdle();
+    ASSERT_TRUE(api->IsDesignLoaded());
+    Place(view, 6.0, 16.0);
+    unsigned int const sheet = view->GetPage();
+    api->PageNav(static_cast<short>((sheet + 1) % 3), Base(view));
+    api->PageNav(static_cast<short>(sheet), Base(view));
+    EXPECT_EQ(CentreX(view), 6.0);
+    EXPECT_EQ(Width(view), 16.0);
+}
+
 } // namespace
 } // namespace qztest
