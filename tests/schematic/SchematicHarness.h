@@ -37,9 +37,6 @@ public:
 
     void DetachObserver() override {}
     void OnDrawOrderChanged() override { Add("DrawOrder"); }
-    void OnGroupColorVisChanged(unsigned int source) override {
-        Add("GroupCV " + std::to_string(source));
-    }
     void OnDesignLoaded(unsigned short error, du::Symbol const& text) override {
         Add("DesignLoaded " + std::to_string(error) + " \"" + text.str() + "\"");
     }

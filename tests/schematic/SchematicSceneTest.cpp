@@ -6,7 +6,6 @@
 #include "qzk/Operation.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SublayerEcad.h"
-#include "qzref/DesignFile.h"
 #include "schematic/ColorVisSublayerOperationStep.h"
 
 #include <cstdio>
@@ -193,14 +192,6 @@ TEST(SchematicObserverDecoding, PageEventDecodesItsNumberAndFailsWithItsOwnText)
         error = e.what();
     }
     EXPECT_EQ(error, "Failed to retrieve page number.");
-
-    // A later family's tag is ignored; the design family's tags still reach their handlers.
-    dom::MessageReader laterReader(good);
-    EXPECT_NO_THROW(recorder.HandleEvent(page + 1, laterReader));
-    auto source = Message([](dom::ObserverProxy& p) { p.PushUInt32Value(4); });
-    dom::MessageReader sourceReader(source);
-    recorder.HandleEvent(page - 2, sourceReader);
-    EXPECT_EQ(recorder.Take(), (std::vector<std::string>{"SublayerCV 4"}));
 }
 
 // A temporary design file, removed with the test.
@@ -252,10 +243,6 @@ TEST_F(SchematicTest, ABrokenSheetListOrABoardEndTheLoadWithTheLoadersNumberAndT
         EXPECT_TRUE(order.empty());
         EXPECT_EQ(std::wstring(api->GetLayerName(7)), L"");
     }
-
-    // The same board still opens as a board.
-    auto read = qzref::ReadDesignFile(Example("four-layer-board.json"));
-    EXPECT_EQ(read.status, 0);
 }
 
 } // namespace
