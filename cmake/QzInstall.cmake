@@ -32,3 +32,16 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/QzecadConfigVersion
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/QzecadConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/QzecadConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Qzecad)
+
+# pkg-config files for hosts that do not use CMake. The prefix is the one given at install time
+# (cmake --install --prefix), not the configured one.
+foreach(name qzkernel qzecad)
+    configure_file(cmake/${name}.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc.in @ONLY)
+    install(CODE "
+        file(READ \"${CMAKE_CURRENT_BINARY_DIR}/${name}.pc.in\" _pc)
+        string(REPLACE \"%PREFIX%\" \"\${CMAKE_INSTALL_PREFIX}\" _pc \"\${_pc}\")
+        file(WRITE \"${CMAKE_CURRENT_BINARY_DIR}/${name}.pc\" \"\${_pc}\")
+        file(INSTALL \"${CMAKE_CURRENT_BINARY_DIR}/${name}.pc\"
+             DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig\")
+    ")
+endforeach()

@@ -1,215 +1,289 @@
-// The host program: opens a board the way a viewer does, through the scene layer's factory, and
-// walks one undoable colour change.
+// qzhost: opens a design the way a viewer does, through the scene layer's factory, and runs a
+// scripted session on it.
 //
-//     qzhost [--library <path to libqzecad>] [design-file]
+//     qzhost open DESIGN [--compare DESIGN] [--kind N] [--script FILE] [--render FILE.png|FILE.svg]
+//                 [--events] [--journal]
 //
-// Without a design file it opens the four-layer sample board. It prints the load's progress and
-// notice, the draw order and the sublayer table, changes one sublayer's colour, undoes and redoes
-// it, and closes the scene. A design that cannot be read prints the loader's number and text and
-// ends with status 1, after the scene has been closed all the same.
+// The layer is the libqzecad the host was linked with, loaded again with dlopen and entered
+// through QZDllCreateComponent as any host does. Relative design paths that do not exist from
+// the working directory are looked up in the installed data (share/qzecad) beside the host.
+// Whenever the host ends with a non-zero status it says why in one line on stderr.
+#include "HostEvents.h"
+#include "SceneKind.h"
+#include "Session.h"
 #include "board/PCBScene.h"
-#include "board/PCBSceneObserver.h"
 #include "component/EntryPoints.h"
-#include "du/StringConversion.h"
 #include "qzk/Instance.h"
-#include "qzk/Operation.h"
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzkapp/SceneApiFactory.h"
+#include "qzref/Journal.h"
 #include "qzref/LoaderControl.h"
 #include "qzref/Messages.h"
 #include "qzref/Platform.h"
 #include "qzref/UndoControl.h"
 
+#include <CLI/CLI.hpp>
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <optional>
 #include <string>
-#include <vector>
 
-#ifndef QZ_EXAMPLES_DIR
-#define QZ_EXAMPLES_DIR "examples"
+#ifndef QZ_VERSION
+#define QZ_VERSION "unknown"
 #endif
-#ifndef QZECAD_LIBRARY_PATH
-#define QZECAD_LIBRARY_PATH "libqzecad.so"
+#ifndef QZ_SOURCE_DIR
+#define QZ_SOURCE_DIR "."
+#endif
+#ifndef QZ_INSTALL_DATADIR
+#define QZ_INSTALL_DATADIR "share"
 #endif
 
 namespace {
 
-unsigned int const kBoardSceneKind = 74;
-
-// What the host hears of its board scene. Handlers run on the thread that pumps messages.
-class HostObserver : public qzkapp::ecad::PCBSceneObserver {
-public:
-    ~HostObserver() override { DetachFromMessageLoop(); }
-
-    void DetachObserver() override {}
-    void OnDesignLoaded(unsigned short error, du::Symbol const& text) override {
-        if (error == 0) {
-            std::printf("design loaded\n");
-        } else {
-            std::printf("design not loaded: error %u: %s\n", error, text.str().c_str());
-        }
-    }
-    void OnDrawOrderChanged() override { std::printf("draw order changed\n"); }
-    void OnSublayerColorVisChanged(unsigned int source) override {
-        std::printf("sublayer colours changed (source %u)\n", source);
-    }
-};
+namespace fs = std::filesystem;
 
 struct Options {
-    std::string library = QZECAD_LIBRARY_PATH;
-    std::string design = std::string(QZ_EXAMPLES_DIR) + "/designs/four-layer-board.json";
+    std::string design;
+    std::string compare;
+    std::optional<unsigned int> kind;
+    std::string script;
+    std::string render;
+    bool events = false;
+    bool journal = false;
+    std::string library;
 };
 
-bool ParseOptions(int argc, char** argv, Options& options) {
-    for (int i = 1; i < argc; ++i) {
-        std::string const arg = argv[i];
-        if (arg == "--library" && i + 1 < argc) {
-            options.library = argv[++i];
-        } else if (!arg.empty() && arg[0] == '-') {
-            std::fprintf(stderr, "usage: qzhost [--library <path>] [design-file]\n");
-            return false;
-        } else {
-            options.design = arg;
+int Fail(std::string const& why) {
+    std::fprintf(stderr, "qzhost: %s\n", why.c_str());
+    return 1;
+}
+
+fs::path ExecutableDir() {
+    std::error_code error;
+    auto const self = fs::read_symlink("/proc/self/exe", error);
+    return error ? fs::path() : self.parent_path();
+}
+
+// The path as given when it exists; otherwise the same relative path under the installed data
+// directory, then under the source tree the host was built from.
+std::string Resolve(std::string const& given) {
+    fs::path const path(given);
+    std::error_code error;
+    if (path.is_absolute() || fs::exists(path, error)) {
+        return given;
+    }
+    for (fs::path const& base :
+         {ExecutableDir() / ".." / QZ_INSTALL_DATADIR / "qzecad", fs::path(QZ_SOURCE_DIR)}) {
+        if (fs::exists(base / path, error)) {
+            return (base / path).lexically_normal().string();
         }
     }
-    return true;
+    return given;
 }
 
-void PrintSublayers(qzkapp::ecad::PCBScene& api) {
-    qzk::ecad::SublayerPCB_CVSet set;
-    api.GetColorVisInfo(set);
-    std::printf("%6s %8s  %-20s %-10s %s\n", "layer", "sublayer", "label", "colour", "visible");
-    for (auto const& entry : set) {
-        std::string const label =
-            du::WideStrToUtf8(api.GetSublayerLabel(entry.layer, entry.sublayer));
-        std::printf("%6d %8d  %-20s 0x%08X %s\n", entry.layer, entry.sublayer, label.c_str(),
-                    entry.color, entry.visible ? "yes" : "no");
+// The libqzecad this program was linked with: the file that holds one of its exported symbols.
+std::string LinkedLayerPath() {
+    Dl_info info{};
+    auto const symbol = reinterpret_cast<void*>(&qzkapp::ecad::PCBScene::GetBaseEventId);
+    if (dladdr(symbol, &info) != 0 && info.dli_fname != nullptr) {
+        return info.dli_fname;
     }
+    return "libqzecad.so";
 }
 
-unsigned int ColourOf(qzkapp::ecad::PCBScene& api, qzk::ecad::SublayerPCBBase const& key) {
-    qzk::ecad::SublayerPCB_CVSet set;
-    api.GetColorVisInfo(set);
-    auto const found = set.find(qzk::ecad::SublayerPCB_CV(key));
-    return found != set.end() ? found->color : 0;
-}
-
-// Recolours the first sublayer through an operation on the kernel's undo list, then undoes and
-// redoes it.
-void ChangeOneColour(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene) {
-    qzk::ecad::SublayerPCB_CVSet set;
-    api.GetColorVisInfo(set);
-    if (set.empty()) {
-        return;
+// Waits for the loader, showing its progress on a terminal.
+void WaitForLoad(std::string const& path) {
+    bool const terminal = isatty(STDERR_FILENO) != 0;
+    if (terminal) {
+        std::fprintf(stderr, "loading %s ...", path.c_str());
     }
-    qzk::ecad::SublayerPCB_CV entry = *set.begin();
-    qzk::ecad::SublayerPCBBase const key(entry.layer, entry.sublayer);
-    set.erase(entry);
-    entry.color = 0x01FF00FF;
-    set.insert(entry);
-
-    std::printf("sublayer (%d,%d) colour 0x%08X\n", key.layer, key.sublayer, ColourOf(api, key));
-    du::SmartPtr<qzk::Operation> op(
-        new qzk::Operation("Sublayer colour", du::SmartPtr<qzk::Scene>(scene), false));
-    api.SetColorVisInfo(set, op, qzkapp::ecad::ChangeSourceScene);
-    qzk::RecordOperation(op);
+    qzref::LoaderControl::WaitUntilIdle();
+    if (terminal) {
+        std::fprintf(stderr, " 100%%\n");
+    }
     qzref::Messages::PumpUntilIdle();
-    std::printf("changed:  0x%08X\n", ColourOf(api, key));
-    qzref::UndoControl::Undo();
-    qzref::Messages::PumpUntilIdle();
-    std::printf("undone:   0x%08X\n", ColourOf(api, key));
-    qzref::UndoControl::Redo();
-    qzref::Messages::PumpUntilIdle();
-    std::printf("redone:   0x%08X\n", ColourOf(api, key));
 }
 
-// Runs one session on the factory; returns the exit status.
-int RunSession(qzkapp::SceneApiFactory& factory, std::string const& path) {
-    bool flag = false;
-    // Loads are held while the scene starts, so that the host sees its load queued, read and
-    // delivered one stage at a time.
-    qzref::LoaderControl::SetHolding(true);
-    du::SmartPtr<qzk::Scene> created =
-        factory.CreateScene(qzk::World::GetWorld(), qzk::Instance::Create("host"),
-                            qzk::ViewableSource::Create(du::Symbol(path)), kBoardSceneKind, flag);
-    auto scene = du::DynamicCast<qzk::ecad::PCBScene>(created);
-    if (!scene) {
-        std::fprintf(stderr, "the layer made no board scene\n");
-        return 1;
+class JournalPrinter {
+public:
+    explicit JournalPrinter(bool on) : on_(on), mark_(qzref::Journal::Size()) {}
+    void Flush() {
+        if (!on_) {
+            return;
+        }
+        for (auto const& line : qzref::Journal::Since(mark_)) {
+            std::printf("journal: %s\n", line.c_str());
+        }
+        mark_ = qzref::Journal::Size();
     }
+
+private:
+    bool on_;
+    std::size_t mark_;
+};
+
+int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
+             JournalPrinter& journal) {
     // Kind 74 always wraps a board scene of the layer.
     auto* api = static_cast<qzkapp::ecad::PCBScene*>(scene->GetApiScene());
-    du::SmartPtr<HostObserver> observer(new HostObserver());
+    du::SmartPtr<qzhost::HostEvents> observer(new qzhost::HostEvents(options.events));
     api->RegisterObserver(*observer);
-
-    if (qzref::LoaderControl::GetHeldCount() != 0) {
-        std::printf("load queued: %s\n", qzref::LoaderControl::GetHeldUrl().c_str());
-    }
-    qzref::LoaderControl::SetHolding(false);
-    qzref::LoaderControl::ReleaseHeld();
-    std::printf("reading on the loader's thread\n");
-    qzref::LoaderControl::WaitUntilIdle();
-    std::printf("read; delivering the completion\n");
-    qzref::Messages::PumpUntilIdle();
+    WaitForLoad(options.design);
+    journal.Flush();
+    std::printf("design: %s\n", options.design.c_str());
 
     int status = 0;
     if (!api->IsDesignLoaded()) {
-        status = 1;
+        status = Fail("cannot load " + options.design + ": " + observer->GetLoadError());
     } else {
-        std::vector<short> order;
-        api->GetDrawOrder(order);
-        std::printf("draw order:");
-        for (short layer : order) {
-            std::printf(" %d", layer);
+        qzhost::Session session(*api, scene, stdout);
+        session.SetAfterLine([&journal] { journal.Flush(); });
+        if (!options.script.empty()) {
+            std::string const script = Resolve(options.script);
+            std::ifstream in(script);
+            std::string error;
+            if (!in) {
+                status = Fail("cannot open the script " + options.script);
+            } else if (!session.Run(in, options.script, error)) {
+                status = Fail(error);
+            }
         }
-        std::printf("\n");
-        PrintSublayers(*api);
-        ChangeOneColour(*api, scene);
+        // The picture shows the state the session ended in; none after a failed session.
+        std::string why;
+        if (status == 0 && !options.render.empty() && !session.RenderTo(options.render, why)) {
+            status = Fail("cannot render: " + why);
+        }
     }
+    std::fflush(stdout);
     api->UnregisterObserver(*observer);
+    return status;
+}
+
+int Open(qzkapp::SceneApiFactory& factory, Options options) {
+    options.design = Resolve(options.design);
+    std::string error;
+    auto const firstKind = qzhost::SceneKind::ReadDesignKind(options.design, error);
+    if (!firstKind) {
+        return Fail(error);
+    }
+    std::string secondKind;
+    if (!options.compare.empty()) {
+        options.compare = Resolve(options.compare);
+        auto const kind = qzhost::SceneKind::ReadDesignKind(options.compare, error);
+        if (!kind) {
+            return Fail(error);
+        }
+        secondKind = *kind;
+    }
+    auto const kind = qzhost::SceneKind::Choose(*firstKind, secondKind, options.kind, error);
+    if (!kind) {
+        return Fail(error);
+    }
+
+    JournalPrinter journal(options.journal);
+    bool flag = false;
+    du::SmartPtr<qzk::Scene> created;
+    if (options.compare.empty()) {
+        created = factory.CreateScene(qzk::World::GetWorld(), qzk::Instance::Create("host"),
+                                      qzk::ViewableSource::Create(du::Symbol(options.design)),
+                                      *kind, flag);
+    } else {
+        created =
+            factory.CreateScene(qzk::World::GetWorld(), qzk::Instance::Create("first"),
+                                qzk::ViewableSource::Create(du::Symbol(options.design)),
+                                qzk::Instance::Create("second"),
+                                qzk::ViewableSource::Create(du::Symbol(options.compare)), *kind);
+    }
+    if (!created) {
+        journal.Flush();
+        return Fail("scene kind " + std::to_string(*kind) + " (" +
+                    qzhost::SceneKind::Describe(*kind) +
+                    ") is not available yet in this build of the layer");
+    }
+    int status = 0;
+    auto board = du::DynamicCast<qzk::ecad::PCBScene>(created);
+    if (!board) {
+        status = Fail("the host drives board scenes only; scene kind " + std::to_string(*kind) +
+                      " has no session commands yet");
+    } else {
+        status = RunBoard(options, board, journal);
+    }
     qzref::UndoControl::Clear();
-    scene->DestroyScene();
+    auto* ecad = dynamic_cast<qzk::ecad::BaseScene*>(created.Get());
+    if (ecad != nullptr) {
+        ecad->DestroyScene();
+    }
     qzref::Messages::PumpUntilIdle();
+    journal.Flush();
     std::printf("scene closed\n");
+    return status;
+}
+
+int RunWithLayer(Options const& options) {
+    std::string const library = options.library.empty() ? LinkedLayerPath() : options.library;
+    void* handle = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle == nullptr) {
+        return Fail("cannot load the scene layer " + library + ": " + dlerror());
+    }
+    auto create = reinterpret_cast<QZDllCreateComponentFn>(dlsym(handle, "QZDllCreateComponent"));
+    if (create == nullptr) {
+        dlclose(handle);
+        return Fail("no QZDllCreateComponent in " + library);
+    }
+    qzref::Platform::Start();
+    int status = 1;
+    {
+        du::SmartPtr<du::RefCounted> component;
+        qzkapp::SceneApiFactory* factory = nullptr;
+        if (create("qzapi", nullptr, "sceneapifactory", &component)) {
+            factory = dynamic_cast<qzkapp::SceneApiFactory*>(component.Get());
+        }
+        status = factory != nullptr ? Open(*factory, options)
+                                    : Fail("the scene layer " + library + " made no scene factory");
+    }
+    qzref::Platform::Stop();
+    dlclose(handle);
     return status;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    CLI::App app{"qzhost: drives the qzecad scene layer the way a viewer does"};
+    app.set_version_flag("--version", std::string("qzhost ") + QZ_VERSION);
+    app.require_subcommand(1, 1);
     Options options;
-    if (!ParseOptions(argc, argv, options)) {
+    auto* open = app.add_subcommand("open", "open a design in a scene and run a session on it");
+    open->add_option("design", options.design, "the design file (JSON)")->required();
+    open->add_option("--compare", options.compare, "a second design to compare with the first");
+    open->add_option("--kind", options.kind,
+                     "the scene kind (73 schematic, 74 board, 159, 161, 171 compare); "
+                     "default: from the designs' kinds");
+    open->add_option("--script", options.script, "a session script to run (docs/sessions.md)");
+    open->add_option("--render", options.render,
+                     "draw the scene as the session left it to a .png or .svg file");
+    open->add_flag("--events", options.events, "print every event the observer hears");
+    open->add_flag("--journal", options.journal, "print the kernel calls the layer made");
+    open->add_option("--library", options.library,
+                     "the libqzecad to load (default: the linked one)");
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::CallForHelp const& e) {
+        return app.exit(e);
+    } catch (CLI::CallForVersion const& e) {
+        return app.exit(e);
+    } catch (CLI::ParseError const& e) {
+        std::fprintf(stderr, "qzhost: %s\n%s", e.what(), app.help().c_str());
         return 2;
     }
-    void* library = dlopen(options.library.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) {
-        std::fprintf(stderr, "cannot load %s: %s\n", options.library.c_str(), dlerror());
-        return 1;
+    if (options.design.empty()) {
+        return Fail("the design path is empty");
     }
-    auto create = reinterpret_cast<QZDllCreateComponentFn>(dlsym(library, "QZDllCreateComponent"));
-    if (create == nullptr) {
-        std::fprintf(stderr, "no QZDllCreateComponent in %s\n", options.library.c_str());
-        dlclose(library);
-        return 1;
-    }
-
-    qzref::Platform::Start();
-    int status = 1;
-    {
-        du::SmartPtr<du::RefCounted> component;
-        if (create("qzapi", nullptr, "sceneapifactory", &component)) {
-            auto* factory = dynamic_cast<qzkapp::SceneApiFactory*>(component.Get());
-            if (factory != nullptr) {
-                status = RunSession(*factory, options.design);
-            }
-        } else {
-            std::fprintf(stderr, "the library made no scene factory\n");
-        }
-    }
-    qzref::Platform::Stop();
-    dlclose(library);
-    return status;
+    return RunWithLayer(options);
 }

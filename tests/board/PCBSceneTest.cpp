@@ -161,6 +161,41 @@ TEST_F(PCBSceneTest, RecordedColourChangeSwapsOnEachUndoAndRedo) {
     EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), before));
 }
 
+// Guards a crash: undoing a sublayer colour change after its scene had ended called through the
+// colour step's plain helper pointer into the freed board scene ("pure virtual method called").
+// The undo list now lets go of the scene's operations when it ends; another scene's stay.
+TEST_F(PCBSceneTest, ColourChangeRecordedThenSceneEndedLeavesOnlyOtherScenesOperations) {
+    auto other = MakeBoard(Example("four-layer-board.json"));
+    Settle();
+    ASSERT_TRUE(other);
+    SublayerPCB_CVSet changed = Own();
+    SublayerPCB_CV entry = *changed.find(SublayerPCB_CV(5, 10, 0, true));
+    changed.erase(entry);
+    entry.color = 0x01010203;
+    changed.insert(entry);
+
+    du::SmartPtr<qzk::Operation> mine(
+        new qzk::Operation("colour", du::SmartPtr<qzk::Scene>(scene_), false));
+    api_->SetColorVisInfo(changed, mine, qzkapp::ecad::ChangeSourceScene);
+    qzk::RecordOperation(mine);
+    du::SmartPtr<qzk::Operation> theirs(
+        new qzk::Operation("their colour", du::SmartPtr<qzk::Scene>(other), false));
+    Api(other)->SetColorVisInfo(changed, theirs, qzkapp::ecad::ChangeSourceScene);
+    qzk::RecordOperation(theirs);
+    mine = nullptr;
+    theirs = nullptr;
+
+    End(scene_);
+    scene_ = nullptr;
+    api_ = nullptr;
+    EXPECT_EQ(qzref::UndoControl::GetUndoNames(), (std::vector<std::string>{"their colour"}));
+    ASSERT_TRUE(qzref::UndoControl::Undo());
+    EXPECT_FALSE(qzref::UndoControl::Undo());
+    SublayerPCB_CVSet restored;
+    Api(other)->GetColorVisInfo(restored);
+    EXPECT_TRUE(SublayerPCB_CV::AreDifferent(restored, changed));
+}
+
 TEST_F(PCBSceneTest, SwitchesPostOnlyWhenTheyChange) {
     api_->SetHighlightOnlyVisible(true, static_cast<qzkapp::ecad::ChangeSource>(7));
     api_->SetHighlightOnlyVisible(true, static_cast<qzkapp::ecad::ChangeSource>(7));

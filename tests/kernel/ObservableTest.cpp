@@ -12,8 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -223,6 +227,48 @@ TEST_F(ObservableTest, ObservableThatEndsFirstLeavesItsObserversUnregistered) {
     }
     EXPECT_EQ(observer.GetObservable(), nullptr);
     EXPECT_FALSE(observer.Unregister());
+}
+
+// Observers that end on another thread while their observable ends: Destroy must not reach an
+// observer its owner has just let go of. Fails under ASan or TSan when Destroy detaches observers
+// it does not hold. QZ_STRESS_ROUNDS sets the number of rounds (see docs/stress.md).
+class SlowDetachObserver : public RecordingObserver {
+public:
+    void DetachObserver() override {
+        std::this_thread::yield();
+        RecordingObserver::DetachObserver();
+    }
+};
+
+TEST_F(ObservableTest, DestroyWhileAnotherThreadRegistersAndDropsObservers) {
+    char const* const env = std::getenv("QZ_STRESS_ROUNDS");
+    int const rounds = env != nullptr ? std::max(1, std::atoi(env)) : 300;
+    constexpr int kObservers = 8;
+    for (int round = 0; round < rounds; ++round) {
+        du::SmartPtr<TestObservable> observable(new TestObservable());
+        std::vector<du::SmartPtr<SlowDetachObserver>> owned;
+        for (int i = 0; i < kObservers; ++i) {
+            owned.emplace_back(new SlowDetachObserver());
+            ASSERT_TRUE(observable->Register(*owned.back(), false));
+        }
+        std::atomic<bool> go{false};
+        std::thread other([&] {
+            while (!go.load()) {
+                std::this_thread::yield();
+            }
+            for (auto& observer : owned) {
+                observer->Unregister();
+                observer = nullptr;
+                du::SmartPtr<SlowDetachObserver> late(new SlowDetachObserver());
+                observable->Register(*late, false);
+            }
+        });
+        go.store(true);
+        observable->Destroy();
+        other.join();
+        EXPECT_EQ(observable->GetObserverCount(), 0u);
+        Messages::DiscardPending();
+    }
 }
 
 } // namespace

@@ -1,6 +1,10 @@
 // The kernel's undo list: order of steps, the redo list, names, and steps that record.
+#include "qzk/Instance.h"
 #include "qzk/Operation.h"
 #include "qzk/OperationStep.h"
+#include "qzk/ViewableSource.h"
+#include "qzk/World.h"
+#include "qzk/ecad/PCBScene.h"
 #include "qzref/Journal.h"
 #include "qzref/Platform.h"
 #include "qzref/UndoControl.h"
@@ -134,6 +138,41 @@ TEST_F(UndoListTest, StepThatRecordsDuringRedoDoesNotDeadlock) {
     UndoControl::Undo();
     UndoControl::Redo();
     EXPECT_EQ(UndoControl::GetUndoNames(), (std::vector<std::string>{"fresh", "reset"}));
+}
+
+TEST_F(UndoListTest, EndingASceneDropsItsOperationsFromBothListsAndKeepsOthers) {
+    auto board = [](char const* name) {
+        du::SmartPtr<qzk::ecad::PCBScene> scene;
+        qzk::ecad::PCBScene::Create(qzk::World::GetWorld(), qzk::Instance::Create(name),
+                                    qzk::ViewableSource::Create("none.json"), scene);
+        return scene;
+    };
+    du::SmartPtr<qzk::ecad::PCBScene> const ending = board("ending");
+    du::SmartPtr<qzk::ecad::PCBScene> const staying = board("staying");
+    auto record = [&](char const* name, du::SmartPtr<qzk::ecad::PCBScene> const& scene) {
+        du::SmartPtr<qzk::Operation> operation(
+            new qzk::Operation(name, du::SmartPtr<qzk::Scene>(scene), false));
+        operation->AddStep(Step(name));
+        qzk::RecordOperation(operation);
+    };
+    record("e1", ending);
+    record("s1", staying);
+    record("e2", ending);
+    record("s2", staying);
+    record("free", nullptr);
+    ASSERT_TRUE(UndoControl::Undo());
+    ASSERT_TRUE(UndoControl::Undo());
+    ASSERT_TRUE(UndoControl::Undo());
+    ASSERT_EQ(UndoControl::GetRedoNames(), (std::vector<std::string>{"free", "s2", "e2"}));
+    log_.clear();
+
+    ending->DestroyScene();
+    EXPECT_TRUE(log_.empty());
+    EXPECT_EQ(UndoControl::GetUndoNames(), (std::vector<std::string>{"s1"}));
+    EXPECT_EQ(UndoControl::GetRedoNames(), (std::vector<std::string>{"free", "s2"}));
+    staying->DestroyScene();
+    EXPECT_EQ(UndoControl::GetUndoCount(), 0u);
+    EXPECT_EQ(UndoControl::GetRedoNames(), (std::vector<std::string>{"free"}));
 }
 
 TEST(UndoListWithoutKernel, RecordOperationIsHarmless) {

@@ -2,6 +2,7 @@
 #include "SceneFixture.h"
 
 #include "qzk/Kernel.h"
+#include "qzk/Operation.h"
 #include "qzk/SelectionManager.h"
 
 #include <atomic>
@@ -197,6 +198,24 @@ TEST_F(SceneTest, UnlockedReadersDoNotWaitForTheLock) {
         reader.join();
     }
     EXPECT_TRUE(done.load());
+}
+
+// Guards a crash: undoing a recorded fill switch after its scene had ended ran the step against
+// a scene whose kernel scene was already gone (a null dereference). The undo list now lets go of
+// a scene's operations when the scene ends, so there is nothing left to undo.
+TEST_F(SceneTest, FillSwitchRecordedThenSceneEndedLeavesNothingToUndo) {
+    du::SmartPtr<qzk::Operation> op(
+        new qzk::Operation("fill", du::SmartPtr<qzk::Scene>(kernel), false));
+    scene->ToggleFillShapes(op);
+    ASSERT_EQ(op->GetStepCount(), 1u);
+    qzk::RecordOperation(op);
+    op = nullptr;
+    ASSERT_EQ(qzref::UndoControl::GetUndoCount(), 1u);
+
+    kernel->DestroyScene();
+    kernel = nullptr;
+    EXPECT_EQ(qzref::UndoControl::GetUndoCount(), 0u);
+    EXPECT_FALSE(qzref::UndoControl::Undo());
 }
 
 } // namespace

@@ -39,6 +39,11 @@ public:
 
     // True when every value has been read.
     bool AtEnd() const noexcept { return offset_ >= message_->bytes.size(); }
+    // The bytes not yet read. Every value takes at least one, so a list count read from the
+    // message can be checked against this before anything is allocated for it.
+    std::size_t BytesLeft() const noexcept {
+        return offset_ >= message_->bytes.size() ? 0 : message_->bytes.size() - offset_;
+    }
 
 private:
     MessageData const* message_;

@@ -24,14 +24,24 @@ public:
 
     int AddReference(void* holder) const;
     int RemoveReference(void* holder) const;
+    // Adds a reference only while the object has one: false once its last reference has gone
+    // (or for an object that was never counted), when it may already be on its way out.
+    bool TryAddReference(void* holder) const;
     int GetReferenceCount() const { return count_.load(std::memory_order_acquire); }
 
 private:
+    friend void ReleaseReference(RefCounted const* object, void* holder);
+    bool RemoveReferenceUnlessLast() const;
+    bool RemoveLastReference() const;
+
     mutable std::atomic<int> count_{0};
 };
 
-// The release protocol: RemoveReference; at 0, AddReference again and ask the hook; if the hook
-// lets go, RemoveReference again and delete when that leaves 0. Null is allowed.
+// The release protocol: a reference that is not the last is removed. The holder of the last asks
+// the hook while the count still reads 1; if the hook lets go and nobody took a reference in the
+// meantime (TryAddReference), the count drops to 0 and the object is deleted. The count never
+// reads 0 for an object that lives on, so TryAddReference cannot revive one being deleted.
+// Null is allowed.
 void ReleaseReference(RefCounted const* object, void* holder);
 
 } // namespace du

@@ -87,6 +87,9 @@ protected:
     // Queues the event for every registered observer. The flag is accepted for the platform's
     // signature and ignored: delivery never waits for handlers.
     void PostObservableEvent(dom::ObservableEvent const& event, bool flag);
+    // The kernel's own objects post their notices here: as every call the kernel makes on
+    // itself, it is not journalled.
+    void _PostKernelNotice(dom::ObservableEvent const& event);
     // Adds the observer with its proxy; then, if helper is given, runs it once, for this
     // observer only, before returning. false (and no helper call) for a null proxy, an observer
     // already registered here or elsewhere, or an observable that is being destroyed.

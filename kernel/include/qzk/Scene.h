@@ -65,6 +65,12 @@ protected:
     // it ends, and drops the annotation set. Derived scenes call it from their _OnDestroy.
     void _OnDestroy() override;
 
+    // Drops the operations recorded for this scene from the undo and redo lists: an operation
+    // must not outlive its scene, since its steps may point into objects that end with it.
+    // Scene::_OnDestroy does it; a derived scene whose end takes down such objects first calls
+    // it before.
+    void _ForgetOperations();
+
 private:
     du::SmartPtr<ObjectWithRWLock> const lockSeed_;
     du::SmartPtr<World> const world_;

@@ -6,6 +6,8 @@
 // under its name for as long as it lives, so that the journal can print items by name.
 #pragma once
 
+#include "qzref/DesignGeometry.h"
+
 #include <string>
 #include <vector>
 
@@ -26,6 +28,8 @@ struct DesignObject {
     DesignObject* owner = nullptr;
     // Not owned; in the order of the design file.
     std::vector<DesignObject*> children;
+    // What the object draws, on its own layer and sublayer; empty when the file gives none.
+    std::vector<DesignShape> geometry;
 };
 
 } // namespace qzref

@@ -20,16 +20,49 @@ int RefCounted::RemoveReference(void* /*holder*/) const {
     return count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
 }
 
-void ReleaseReference(RefCounted const* object, void* holder) {
-    if (object == nullptr || object->RemoveReference(holder) != 0) {
+bool RefCounted::TryAddReference(void* /*holder*/) const {
+    int count = count_.load(std::memory_order_acquire);
+    while (count > 0) {
+        if (count_.compare_exchange_weak(count, count + 1, std::memory_order_acq_rel)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool RefCounted::RemoveReferenceUnlessLast() const {
+    int count = count_.load(std::memory_order_acquire);
+    while (count > 1) {
+        if (count_.compare_exchange_weak(count, count - 1, std::memory_order_acq_rel)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool RefCounted::RemoveLastReference() const {
+    int one = 1;
+    return count_.compare_exchange_strong(one, 0, std::memory_order_acq_rel);
+}
+
+void ReleaseReference(RefCounted const* object, void* /*holder*/) {
+    if (object == nullptr) {
         return;
     }
-    object->AddReference(holder);
-    if (!object->ZeroReferenceCountHook()) {
-        return;
-    }
-    if (object->RemoveReference(holder) == 0) {
-        delete object; // NOLINT(cppcoreguidelines-owning-memory): the count owns it
+    for (;;) {
+        if (object->RemoveReferenceUnlessLast()) {
+            return;
+        }
+        // The caller holds the last reference. A hook that keeps the object keeps that
+        // reference too, for whoever lets go later (the message loop after a delivery).
+        if (!object->ZeroReferenceCountHook()) {
+            return;
+        }
+        if (object->RemoveLastReference()) {
+            delete object; // NOLINT(cppcoreguidelines-owning-memory): the count owns it
+            return;
+        }
+        // Someone took a reference while the hook ran: theirs is now the last.
     }
 }
 

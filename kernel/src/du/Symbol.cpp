@@ -1,14 +1,17 @@
 #include "du/Symbol.h"
 
+#include <memory>
 #include <mutex>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace du {
 namespace {
 
+// A use count reaches zero, and a text is looked up again from zero, only under the mutex, so an
+// entry is never found after its last symbol has decided to remove it.
 struct Table {
     std::mutex mutex;
-    std::unordered_set<std::string> texts;
+    std::unordered_map<std::string_view, std::unique_ptr<detail::SymbolEntry>> entries;
 };
 
 Table& GetTable() {
@@ -20,25 +23,67 @@ Table& GetTable() {
     return *table;
 }
 
-std::string const* Intern(std::string_view text) {
+detail::SymbolEntry* Intern(std::string_view text) {
     Table& table = GetTable();
     std::lock_guard lock(table.mutex);
-    // References into an unordered_set stay valid across rehashing.
-    return &*table.texts.emplace(text).first;
+    auto found = table.entries.find(text);
+    if (found == table.entries.end()) {
+        auto entry = std::make_unique<detail::SymbolEntry>(text);
+        std::string_view const key = entry->text;
+        found = table.entries.emplace(key, std::move(entry)).first;
+    }
+    found->second->uses.fetch_add(1, std::memory_order_relaxed);
+    return found->second.get();
+}
+
+void Release(detail::SymbolEntry* entry) noexcept {
+    std::size_t uses = entry->uses.load(std::memory_order_relaxed);
+    while (uses > 1) {
+        if (entry->uses.compare_exchange_weak(uses, uses - 1, std::memory_order_acq_rel)) {
+            return;
+        }
+    }
+    Table& table = GetTable();
+    std::lock_guard lock(table.mutex);
+    if (entry->uses.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        // By iterator: the key is a view of the text that the erase destroys.
+        table.entries.erase(table.entries.find(std::string_view(entry->text)));
+    }
 }
 
 } // namespace
 
 Symbol const Symbol::EMPTY;
 
-Symbol::Symbol() : text_(Intern("")) {}
-Symbol::Symbol(char const* text) : text_(Intern(text != nullptr ? text : "")) {}
-Symbol::Symbol(std::string const& text) : text_(Intern(text)) {}
-Symbol::Symbol(std::string_view text) : text_(Intern(text)) {}
+Symbol::Symbol() : entry_(Intern("")) {}
+Symbol::Symbol(char const* text) : entry_(Intern(text != nullptr ? text : "")) {}
+Symbol::Symbol(std::string const& text) : entry_(Intern(text)) {}
+Symbol::Symbol(std::string_view text) : entry_(Intern(text)) {}
+
+Symbol::~Symbol() {
+    Release(entry_);
+}
+
+Symbol& Symbol::operator=(Symbol const& other) noexcept {
+    if (entry_ != other.entry_) {
+        other.entry_->uses.fetch_add(1, std::memory_order_relaxed);
+        Release(entry_);
+        entry_ = other.entry_;
+    }
+    return *this;
+}
 
 Symbol& Symbol::operator=(char const* text) {
-    text_ = Intern(text != nullptr ? text : "");
+    detail::SymbolEntry* const entry = Intern(text != nullptr ? text : "");
+    Release(entry_);
+    entry_ = entry;
     return *this;
+}
+
+std::size_t Symbol::TableSize() {
+    Table& table = GetTable();
+    std::lock_guard lock(table.mutex);
+    return table.entries.size();
 }
 
 } // namespace du

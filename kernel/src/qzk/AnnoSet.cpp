@@ -290,7 +290,7 @@ int64 AnnoSet::_Remove(du::SmartPtr<Annotation> const& annotation) {
 }
 
 void AnnoSet::Post(dom::ObservableEvent const& event) {
-    PostObservableEvent(event, false);
+    _PostKernelNotice(event);
 }
 
 void AnnoSet::_OnDestroy() {

@@ -6,6 +6,8 @@
 #include "qzref/Journal.h"
 
 #include <mutex>
+#include <utility>
+#include <vector>
 
 namespace qzk {
 namespace {
@@ -61,6 +63,10 @@ void Observable::PostObservableEvent(dom::ObservableEvent const& event, bool /*f
         qzref::Journal::Record(GetObjectName().str(), "PostObservableEvent",
                                {qzref::Fmt(dom::Observable::PeekEventId(event))});
     }
+    PostEvent(event);
+}
+
+void Observable::_PostKernelNotice(dom::ObservableEvent const& event) {
     PostEvent(event);
 }
 
@@ -126,16 +132,25 @@ void Observable::Destroy() {
     }
     _OnDestroy();
     _OnPostDestroy();
-    std::vector<dom::Observer const*> detached;
+    // Each counted observer is held while it is detached, so that its owner letting go of it on
+    // another thread cannot free it underneath. One whose count is 0 here was never counted (it
+    // lives on a stack or in a member): a counted observer leaves the list before its count can
+    // reach 0 (see Observer::ZeroReferenceCountHook), under the tie mutex held here.
+    std::vector<std::pair<Observer*, du::SmartPtr<Observer>>> detached;
     {
         std::lock_guard tie(TieMutex());
-        detached = RemoveAllObservers();
-        for (dom::Observer const* observer : detached) {
-            static_cast<Observer*>(const_cast<dom::Observer*>(observer))->observable_ = nullptr;
+        for (dom::Observer const* entry : RemoveAllObservers()) {
+            auto* observer = static_cast<Observer*>(const_cast<dom::Observer*>(entry));
+            observer->observable_ = nullptr;
+            du::SmartPtr<Observer> held;
+            if (observer->TryAddReference(nullptr)) {
+                held = observer;
+                du::ReleaseReference(observer, nullptr);
+            }
+            detached.emplace_back(observer, std::move(held));
         }
     }
-    for (dom::Observer const* entry : detached) {
-        auto* observer = static_cast<Observer*>(const_cast<dom::Observer*>(entry));
+    for (auto const& [observer, held] : detached) {
         observer->DetachObserver();
         UnmanageFromKernel(observer);
     }

@@ -60,7 +60,13 @@ bool Observer::Unregister() {
 }
 
 bool Observer::ZeroReferenceCountHook() const {
-    return dom::Observer::ZeroReferenceCountHook();
+    if (!dom::Observer::ZeroReferenceCountHook()) {
+        return false;
+    }
+    // Leave the observable's list before the count can read 0: an observable that ends now
+    // either finds this observer still counted (and holds it while detaching it) or not at all.
+    Observable::Unlink(const_cast<Observer&>(*this), nullptr);
+    return true;
 }
 
 Observable* Observer::GetObservable() const {

@@ -1,7 +1,9 @@
 #include "qzk/Scene.h"
 
 #include "qzk/AnnoSet.h"
+#include "qzk/Kernel.h"
 #include "qzk/SelectionManager.h"
+#include "qzk/UndoList.h"
 #include "qzk/View.h"
 #include "qzk/World.h"
 #include "qzkapp/QzkApp.h"
@@ -120,6 +122,7 @@ void Scene::OnViewAdded(du::SmartPtr<View> const&) {}
 void Scene::OnViewRemoved(du::SmartPtr<View> const&) {}
 
 void Scene::_OnDestroy() {
+    _ForgetOperations();
     for (;;) {
         du::SmartPtr<View> last;
         {
@@ -136,6 +139,14 @@ void Scene::_OnDestroy() {
     {
         std::lock_guard lock(mutex_);
         set = std::move(annoSet_);
+    }
+}
+
+void Scene::_ForgetOperations() {
+    // The caller of Destroy still holds the scene, so dropping the operations' references to it
+    // cannot end it here.
+    if (du::SmartPtr<Kernel> kernel = Kernel::GetKernel()) {
+        kernel->GetUndoList().ForgetScene(this);
     }
 }
 

@@ -14,6 +14,12 @@
 namespace qzk {
 namespace {
 
+// The channels a scene's selection manager keeps: what is selected, what the pointer rests on,
+// and the items associated with the selection. Other channel numbers hold nothing.
+constexpr unsigned int kSelectedChannel = 0;
+constexpr unsigned int kPreselectedChannel = 1;
+constexpr unsigned int kAssociatedChannel = 4;
+
 using Items = std::vector<du::SmartPtr<SelectionItem>>;
 
 bool const registered = ClassType::RegisterClass(classid::SelectionManager, {classid::Object});
@@ -117,11 +123,11 @@ bool SelectionManager::UnregisterObserver(SelectionObserver const& observer) {
 
 std::vector<du::SmartPtr<SelectionItem>>* SelectionManager::Channel(unsigned int channel) {
     switch (channel) {
-    case 0:
+    case kSelectedChannel:
         return &selected_;
-    case 1:
+    case kPreselectedChannel:
         return &preselected_;
-    case 4:
+    case kAssociatedChannel:
         return &associated_;
     default:
         return nullptr;

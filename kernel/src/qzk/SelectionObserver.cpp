@@ -11,6 +11,10 @@ bool ReadItems(dom::MessageReader& reader, std::vector<du::SmartPtr<SelectionIte
     if (!reader.GetUInt32Value(count)) {
         return false;
     }
+    // Each object is announced by a one-byte tag; a count beyond the bytes left is a lie.
+    if (count > reader.BytesLeft()) {
+        return false;
+    }
     items.reserve(count);
     for (unsigned int i = 0; i < count; ++i) {
         du::SmartPtr<du::RefCounted> object;

@@ -3,9 +3,19 @@
 #include "qzk/Operation.h"
 #include "qzk/OperationStep.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace qzk {
+namespace {
+
+bool OfEndedScene(Operation const& operation) {
+    Scene const* scene = operation.GetScene().Get();
+    return scene != nullptr && scene->IsDestroyed();
+}
+
+} // namespace
 
 UndoList::UndoList() = default;
 
@@ -38,6 +48,10 @@ bool UndoList::Undo() {
         OperationStep::Locker lock(**step);
         (*step)->Undo();
     }
+    // A scene that ended while its steps ran has already been forgotten: do not bring it back.
+    if (OfEndedScene(*operation)) {
+        return true;
+    }
     std::lock_guard lock(mutex_);
     redo_.push_back(std::move(operation));
     return true;
@@ -56,6 +70,9 @@ bool UndoList::Redo() {
     for (du::SmartPtr<OperationStep> const& step : operation->GetSteps()) {
         OperationStep::Locker lock(*step);
         step->Redo();
+    }
+    if (OfEndedScene(*operation)) {
+        return true;
     }
     std::lock_guard lock(mutex_);
     undo_.push_back(std::move(operation));
@@ -99,6 +116,26 @@ void UndoList::Clear() {
         undo.swap(undo_);
         redo.swap(redo_);
     }
+}
+
+void UndoList::ForgetScene(Scene const* scene) {
+    if (scene == nullptr) {
+        return;
+    }
+    std::vector<du::SmartPtr<Operation>> dropped;
+    auto const ofScene = [scene](du::SmartPtr<Operation> const& operation) {
+        return operation->GetScene().Get() == scene;
+    };
+    {
+        std::lock_guard lock(mutex_);
+        for (auto* list : {&undo_, &redo_}) {
+            auto const from = std::stable_partition(list->begin(), list->end(),
+                                                    [&](auto const& op) { return !ofScene(op); });
+            std::move(from, list->end(), std::back_inserter(dropped));
+            list->erase(from, list->end());
+        }
+    }
+    // Released outside the lock: a step's destructor may release its scene.
 }
 
 } // namespace qzk

@@ -14,6 +14,7 @@
 namespace qzk {
 
 class Operation;
+class Scene;
 
 class UndoList {
 public:
@@ -31,6 +32,9 @@ public:
     std::vector<std::string> GetUndoNames() const;
     std::vector<std::string> GetRedoNames() const;
     void Clear();
+    // Drops every operation recorded for scene from both lists; run when the scene ends, so that
+    // no step outlives the scene it acts on.
+    void ForgetScene(Scene const* scene);
 
 private:
     static std::vector<std::string> Names(std::vector<du::SmartPtr<Operation>> const& list);

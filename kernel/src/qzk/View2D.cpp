@@ -76,7 +76,7 @@ bool View2D::_RegisterViewObserver(View2DObserver& observer) {
 }
 
 void View2D::_PostViewEvent(dom::ObservableEvent const& event) {
-    PostObservableEvent(event, false);
+    _PostKernelNotice(event);
 }
 
 void View2D::NotifyFocus(bool focused) {

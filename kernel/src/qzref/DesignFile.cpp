@@ -1,4 +1,5 @@
 #include "qzref/DesignFile.h"
+#include "qzref/DesignGeometryReader.h"
 
 #include "IcmApiEcad.h"
 #include "qz2d/ecad/Design.h"
@@ -6,18 +7,20 @@
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/SchematicData.h"
 
+#include <fcntl.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <set>
-#include <sstream>
 
 namespace qzref {
 namespace {
@@ -38,7 +41,120 @@ enum : long {
     kWrongKind = -4,
     kInvalid = -5,
     kStopped = -6,
+    kTooLarge = -7,
     kNewerUnreadable = -8,
+};
+
+// A design of a million objects takes about 40 MiB and needs some 15 times that in memory while
+// it is read; a file past this limit would not fit a desktop's memory as a parsed tree anyway.
+constexpr std::size_t kMaxFileBytes = std::size_t{256} << 20;
+// Lists and objects inside each other; real designs nest five deep.
+constexpr std::size_t kMaxNesting = 256;
+
+// Closes a descriptor when the read ends, however it ends.
+class Descriptor {
+public:
+    explicit Descriptor(int fd) noexcept : fd_(fd) {}
+    Descriptor(Descriptor const&) = delete;
+    Descriptor& operator=(Descriptor const&) = delete;
+    ~Descriptor() { ::close(fd_); }
+    int Get() const noexcept { return fd_; }
+
+private:
+    int fd_;
+};
+
+// The length of the valid UTF-8 sequence at text[i], or 0 when the byte there does not start one
+// (overlong forms, surrogates and values past U+10FFFF are not valid).
+std::size_t Utf8SequenceAt(std::string const& text, std::size_t i) {
+    auto const byte = [&](std::size_t k) { return static_cast<unsigned char>(text[k]); };
+    unsigned char const c = byte(i);
+    if (c < 0x80) {
+        return 1;
+    }
+    std::size_t length = 0;
+    unsigned char low = 0x80;
+    unsigned char high = 0xBF;
+    if (c >= 0xC2 && c <= 0xDF) {
+        length = 2;
+    } else if (c >= 0xE0 && c <= 0xEF) {
+        length = 3;
+        low = c == 0xE0 ? 0xA0 : 0x80;
+        high = c == 0xED ? 0x9F : 0xBF;
+    } else if (c >= 0xF0 && c <= 0xF4) {
+        length = 4;
+        low = c == 0xF0 ? 0x90 : 0x80;
+        high = c == 0xF4 ? 0x8F : 0xBF;
+    } else {
+        return 0;
+    }
+    if (i + length > text.size() || byte(i + 1) < low || byte(i + 1) > high) {
+        return 0;
+    }
+    for (std::size_t k = 2; k < length; ++k) {
+        if (byte(i + k) < 0x80 || byte(i + k) > 0xBF) {
+            return 0;
+        }
+    }
+    return length;
+}
+
+// Error texts go to a host's log and dialogs, which expect UTF-8: a byte that is not part of a
+// valid sequence is written as \xHH.
+std::string EscapeInvalidUtf8(std::string const& text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t const length = Utf8SequenceAt(text, i);
+        if (length == 0) {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", static_cast<unsigned char>(text[i]));
+            out += escaped;
+            ++i;
+        } else {
+            out.append(text, i, length);
+            i += length;
+        }
+    }
+    return out;
+}
+
+// Builds the tree like the library's own parser, but keeps where and why a parse failed: the
+// library's out-of-range error (a number like 1e400) carries no position of its own.
+class TreeBuilder {
+public:
+    using Dom = nlohmann::detail::json_sax_dom_parser<json>;
+
+    explicit TreeBuilder(json& root) : dom_(root, false) {}
+
+    bool null() { return dom_.null(); }
+    bool boolean(bool value) { return dom_.boolean(value); }
+    bool number_integer(json::number_integer_t value) { return dom_.number_integer(value); }
+    bool number_unsigned(json::number_unsigned_t value) { return dom_.number_unsigned(value); }
+    bool number_float(json::number_float_t value, json::string_t const& text) {
+        return dom_.number_float(value, text);
+    }
+    bool string(json::string_t& value) { return dom_.string(value); }
+    bool binary(json::binary_t& value) { return dom_.binary(value); }
+    bool start_object(std::size_t size) { return dom_.start_object(size); }
+    bool key(json::string_t& value) { return dom_.key(value); }
+    bool end_object() { return dom_.end_object(); }
+    bool start_array(std::size_t size) { return dom_.start_array(size); }
+    bool end_array() { return dom_.end_array(); }
+    template <class Exception>
+    bool parse_error(std::size_t position, std::string const& /*token*/, Exception const& error) {
+        failed = true;
+        this->position = position;
+        detail = error.what();
+        return false;
+    }
+
+    bool failed = false;
+    std::size_t position = 0;
+    std::string detail;
+
+private:
+    Dom dom_;
 };
 
 struct ReadError {
@@ -98,53 +214,133 @@ private:
         started_ = true;
     }
 
+    // Only a regular file is read: opening does not wait for a writer (a named pipe), and a
+    // device that never ends (/dev/zero) is refused before a byte is read.
     std::string Load() const {
-        std::error_code ec;
-        std::filesystem::file_status const status = std::filesystem::status(path_, ec);
-        if (!std::filesystem::exists(status)) {
-            Fail(kMissing, "cannot open the design file: no such file");
+        int const fd = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        if (fd < 0) {
+            int const error = errno;
+            if (error == ENOENT || error == ENOTDIR) {
+                Fail(kMissing, "cannot open the design file: no such file");
+            }
+            Fail(kUnreadable, std::string("cannot read the design file: ") + std::strerror(error));
         }
-        if (std::filesystem::is_directory(status)) {
-            Fail(kUnreadable, "cannot read the design file: it is a directory");
-        }
-        std::ifstream in(path_, std::ios::binary);
-        if (!in) {
+        Descriptor const file(fd);
+        struct stat info {};
+        if (::fstat(file.Get(), &info) != 0) {
             Fail(kUnreadable, std::string("cannot read the design file: ") + std::strerror(errno));
         }
-        std::ostringstream content;
-        content << in.rdbuf();
-        if (in.bad()) {
-            Fail(kUnreadable, "cannot read the design file: read error");
+        if (S_ISDIR(info.st_mode)) {
+            Fail(kUnreadable, "cannot read the design file: it is a directory");
         }
-        return content.str();
+        if (!S_ISREG(info.st_mode)) {
+            Fail(kUnreadable,
+                 std::string("cannot read the design file: it is not a regular file (") +
+                     (S_ISFIFO(info.st_mode)   ? "a named pipe"
+                      : S_ISSOCK(info.st_mode) ? "a socket"
+                                               : "a device") +
+                     ")");
+        }
+        std::string const tooLarge =
+            "the design file is larger than " + std::to_string(kMaxFileBytes >> 20) + " MiB";
+        if (static_cast<std::uint64_t>(info.st_size) > kMaxFileBytes) {
+            Fail(kTooLarge, tooLarge);
+        }
+        // The size is a hint only: the file may grow or shrink while it is read.
+        std::string content(static_cast<std::size_t>(info.st_size), '\0');
+        std::size_t used = 0;
+        for (;;) {
+            if (used == content.size()) {
+                if (content.size() > kMaxFileBytes) {
+                    Fail(kTooLarge, tooLarge);
+                }
+                content.resize(std::max<std::size_t>(4096, content.size() + content.size() / 2));
+            }
+            ssize_t const got = ::read(file.Get(), content.data() + used, content.size() - used);
+            if (got < 0) {
+                if (errno == EINTR) {
+                    continue;
+                }
+                Fail(kUnreadable,
+                     std::string("cannot read the design file: ") + std::strerror(errno));
+            }
+            if (got == 0) {
+                break;
+            }
+            used += static_cast<std::size_t>(got);
+        }
+        if (used > kMaxFileBytes) {
+            Fail(kTooLarge, tooLarge);
+        }
+        content.resize(used);
+        return content;
+    }
+
+    // Line and column, both from 1, of the byte at offset; the column counts characters.
+    std::string Position(std::string const& text, std::size_t offset) const {
+        offset = std::min(offset, text.size());
+        std::size_t line = 1;
+        std::size_t column = 1;
+        for (std::size_t i = 0; i < offset; ++i) {
+            auto const c = static_cast<unsigned char>(text[i]);
+            if (c == '\n') {
+                ++line;
+                column = 1;
+            } else if ((c & 0xC0) != 0x80) {
+                ++column;
+            }
+        }
+        return path_ + ":" + std::to_string(line) + ":" + std::to_string(column);
+    }
+
+    // Refuses lists and objects nested deeper than kMaxNesting, at the bracket that goes too
+    // deep; the strings' contents are skipped.
+    void CheckNesting(std::string const& text) const {
+        std::size_t depth = 0;
+        bool inString = false;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            char const c = text[i];
+            if (inString) {
+                if (c == '\\') {
+                    ++i;
+                } else if (c == '"') {
+                    inString = false;
+                }
+            } else if (c == '"') {
+                inString = true;
+            } else if (c == '[' || c == '{') {
+                if (++depth > kMaxNesting) {
+                    throw ReadError{kMalformed, Position(text, i) + ": malformed JSON: nested " +
+                                                    "deeper than " + std::to_string(kMaxNesting) +
+                                                    " lists and objects"};
+                }
+            } else if ((c == ']' || c == '}') && depth > 0) {
+                --depth;
+            }
+        }
     }
 
     json Parse(std::string const& text) const {
-        try {
-            return json::parse(text);
-        } catch (json::parse_error const& e) {
-            // e.byte counts the characters read, the offending one included.
-            std::size_t const offset =
-                std::min<std::size_t>(e.byte == 0 ? 0 : e.byte - 1, text.size());
-            std::size_t line = 1;
-            std::size_t lineStart = 0;
-            for (std::size_t i = 0; i < offset; ++i) {
-                if (text[i] == '\n') {
-                    ++line;
-                    lineStart = i + 1;
-                }
-            }
-            std::string detail = e.what();
-            std::size_t const cut = detail.find(": ", detail.find("parse error"));
+        CheckNesting(text);
+        json root;
+        TreeBuilder builder(root);
+        json::sax_parse(text, &builder, json::input_format_t::json, true, false);
+        if (builder.failed) {
+            // The position counts the bytes read, the offending one included.
+            std::string detail = builder.detail;
+            std::size_t const cut = detail.find("] ");
             if (cut != std::string::npos) {
                 detail = detail.substr(cut + 2);
             }
-            throw ReadError{kMalformed, path_ + ":" + std::to_string(line) + ":" +
-                                            std::to_string(offset - lineStart + 1) +
-                                            ": malformed JSON: " + detail};
-        } catch (json::exception const& e) {
-            Fail(kMalformed, std::string("malformed JSON: ") + e.what());
+            if (detail.rfind("parse error", 0) == 0) {
+                std::size_t const colon = detail.find(": ");
+                detail = colon == std::string::npos ? detail : detail.substr(colon + 2);
+            }
+            throw ReadError{kMalformed,
+                            Position(text, builder.position == 0 ? 0 : builder.position - 1) +
+                                ": malformed JSON: " + detail};
         }
+        return root;
     }
 
     long CheckVersion(json const& root) const {
@@ -204,9 +400,13 @@ private:
         if (!value.is_number_integer()) {
             Invalid(where, "expected an integer");
         }
-        if (value.is_number_unsigned()
-                ? value.get<std::uint64_t>() > static_cast<std::uint64_t>(max)
-                : (value.get<std::int64_t>() < min || value.get<std::int64_t>() > max)) {
+        // A number without a sign is stored unsigned, so both ends are checked in either form.
+        bool const inRange =
+            value.is_number_unsigned()
+                ? value.get<std::uint64_t>() <= static_cast<std::uint64_t>(max) &&
+                      (min <= 0 || value.get<std::uint64_t>() >= static_cast<std::uint64_t>(min))
+                : value.get<std::int64_t>() >= min && value.get<std::int64_t>() <= max;
+        if (!inRange) {
             Invalid(where, "expected an integer from " + std::to_string(min) + " to " +
                                std::to_string(max));
         }
@@ -395,6 +595,12 @@ private:
             if (board->FindSublayer(object.layer, object.sublayer) == nullptr) {
                 Invalid(where, "no sublayer (" + std::to_string(object.layer) + ", " +
                                    std::to_string(object.sublayer) + ") on this board");
+            }
+            if (auto const geometry = item.find("geometry"); geometry != item.end()) {
+                if (auto const why = qzref::ReadDesignGeometry(*geometry, object.geometry)) {
+                    Invalid(where + "/geometry" + why->substr(0, why->find(':')),
+                            why->substr(why->find(':') + 2));
+                }
             }
         };
         std::map<std::string, DesignObject*> pins;
@@ -640,13 +846,13 @@ DesignReadResult ReadDesignFile(std::string const& path,
         return Reader(path, progress, requiredKind).Read();
     } catch (ReadError const& error) {
         out.result = error.result;
-        out.errorText = error.text;
+        out.errorText = EscapeInvalidUtf8(error.text);
     } catch (std::exception const& e) {
         out.result = kStopped;
-        out.errorText = path + ": reading stopped: " + e.what();
+        out.errorText = EscapeInvalidUtf8(path + ": reading stopped: " + e.what());
     } catch (...) {
         out.result = kStopped;
-        out.errorText = path + ": reading stopped";
+        out.errorText = EscapeInvalidUtf8(path + ": reading stopped");
     }
     out.status = 1;
     out.data = nullptr;

@@ -110,8 +110,17 @@ double Decoder::Double() {
     return std::bit_cast<double>((high << 32) | UInt32());
 }
 
+std::size_t Decoder::Count(std::size_t elementBytes) {
+    unsigned int const count = UInt32();
+    if (count > reader_.BytesLeft() / elementBytes) {
+        Fail();
+    }
+    return count;
+}
+
+// Each element's wire size: a tag byte before every value, pointers and doubles as two words.
 std::vector<short> Decoder::Shorts() {
-    std::vector<short> values(UInt32());
+    std::vector<short> values(Count(1 + sizeof(std::uint16_t)));
     for (short& value : values) {
         value = static_cast<short>(UInt16());
     }
@@ -119,7 +128,8 @@ std::vector<short> Decoder::Shorts() {
 }
 
 std::vector<AppearanceItem> Decoder::Items() {
-    std::vector<AppearanceItem> items(UInt32());
+    std::vector<AppearanceItem> items(
+        Count(2 * 2 * (1 + sizeof(std::uint32_t)) + 2 * (1 + sizeof(std::uint16_t))));
     for (AppearanceItem& item : items) {
         item.object = Pointer();
         item.firstHandle = static_cast<short>(UInt16());
@@ -130,7 +140,7 @@ std::vector<AppearanceItem> Decoder::Items() {
 }
 
 std::vector<unsigned int> Decoder::UInts() {
-    std::vector<unsigned int> values(UInt32());
+    std::vector<unsigned int> values(Count(1 + sizeof(std::uint32_t)));
     for (unsigned int& value : values) {
         value = UInt32();
     }

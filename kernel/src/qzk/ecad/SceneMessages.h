@@ -72,6 +72,8 @@ public:
 
 private:
     [[noreturn]] void Fail() const;
+    // A list's count, failing when the bytes left cannot hold that many elements.
+    std::size_t Count(std::size_t elementBytes);
 
     dom::MessageReader& reader_;
     char const* who_;

@@ -1,0 +1,72 @@
+#include "HostEvents.h"
+
+#include <cstdarg>
+#include <cstdio>
+
+namespace qzhost {
+
+HostEvents::HostEvents(bool print) : print_(print) {}
+
+HostEvents::~HostEvents() {
+    DetachFromMessageLoop();
+}
+
+void HostEvents::Print(char const* format, ...) const {
+    if (!print_) {
+        return;
+    }
+    std::va_list args;
+    va_start(args, format);
+    std::fputs("event: ", stdout);
+    std::vfprintf(stdout, format, args);
+    std::fputc('\n', stdout);
+    va_end(args);
+}
+
+void HostEvents::OnDrawOrderChanged() {
+    Print("draw order changed");
+}
+void HostEvents::OnHighlightChanged(unsigned int count) {
+    Print("highlight changed, %u items", count);
+}
+void HostEvents::OnGroupColorVisChanged(unsigned int source) {
+    Print("group colours changed (source %u)", source);
+}
+void HostEvents::OnAssocHighlightColorChanged(unsigned int color) {
+    Print("associated highlight colour 0x%08X", color);
+}
+
+void HostEvents::OnDesignLoaded(unsigned short error, du::Symbol const& text) {
+    if (error == 0) {
+        std::printf("design loaded\n");
+        std::fflush(stdout);
+    } else {
+        loadError_ = "error " + std::to_string(error) + ": " + text.str();
+    }
+    Print("design loaded, error %u%s%s", error, error != 0 ? ": " : "", text.str().c_str());
+}
+
+void HostEvents::OnSublayerColorVisChanged(unsigned int source) {
+    Print("sublayer colours changed (source %u)", source);
+}
+void HostEvents::OnImageChanged(unsigned int source) {
+    Print("images changed (source %u)", source);
+}
+void HostEvents::OnHighlightOnlyVisibleChanged(bool const& onlyVisible,
+                                               unsigned int const& source) {
+    Print("highlight only visible %s (source %u)", onlyVisible ? "on" : "off", source);
+}
+void HostEvents::OnOverlayChanged(unsigned int source) {
+    Print("overlay changed (source %u)", source);
+}
+void HostEvents::OnOrientationChanged(unsigned int flipped) {
+    Print("orientation %s", flipped != 0 ? "flipped" : "front");
+}
+void HostEvents::OnRotationChanged(short degrees) {
+    Print("rotation %d", degrees);
+}
+void HostEvents::OnIsolateOnlyVisibleChanged(bool const& onlyVisible, unsigned int const& source) {
+    Print("isolate only visible %s (source %u)", onlyVisible ? "on" : "off", source);
+}
+
+} // namespace qzhost

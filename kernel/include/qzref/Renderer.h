@@ -1,0 +1,33 @@
+// Draws a board scene's state as a picture: the reference kernel's stand-in for a view.
+//
+// What is drawn is what the kernel scene was told by the scene layer: the draw order (first
+// entry painted first), each sublayer's colour and visibility, the looks of the appearance layers
+// (selection over highlight over group) in place of an object's own colour, and isolation (all but
+// the isolated objects dimmed). Flip and rotation are the host's view of the board. Objects draw
+// the geometry of the design file; objects without geometry are not drawn.
+#pragma once
+
+#include <string>
+
+namespace qzk::ecad {
+class PCBScene;
+}
+
+namespace qzref {
+
+class Renderer {
+public:
+    struct View {
+        bool flip = false;  // seen from the back: mirrored left to right
+        short rotation = 0; // degrees, counter-clockwise
+        int width = 800;
+        int height = 600;
+    };
+
+    // Writes a PNG, or an SVG when the path ends in ".svg". False with why when nothing could be
+    // written (no loaded board, an unwritable path).
+    static bool Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
+                       std::string& error);
+};
+
+} // namespace qzref

@@ -1,0 +1,257 @@
+#include "qzref/Renderer.h"
+
+#include "qzk/EcadDesign.h"
+#include "qzk/ecad/EcadPCBData.h"
+#include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/SublayerPCB_CVSet.h"
+#include "qzref/DesignObject.h"
+
+#include <cairo-svg.h>
+#include <cairo.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <memory>
+#include <numbers>
+#include <set>
+#include <vector>
+
+namespace qzref {
+
+namespace {
+
+struct Rgb {
+    double r, g, b;
+};
+
+// Red in the low byte, then green, then blue.
+Rgb FromWord(unsigned int word) {
+    return {(word & 0xFF) / 255.0, ((word >> 8) & 0xFF) / 255.0, ((word >> 16) & 0xFF) / 255.0};
+}
+
+Rgb const kBackground{0, 0, 0};
+
+// Isolation leaves the rest at a quarter of its strength over the background.
+Rgb Dimmed(Rgb c) {
+    return {kBackground.r + (c.r - kBackground.r) * 0.25,
+            kBackground.g + (c.g - kBackground.g) * 0.25,
+            kBackground.b + (c.b - kBackground.b) * 0.25};
+}
+
+void Collect(DesignObject* object, std::vector<DesignObject*>& out, std::set<DesignObject*>& seen) {
+    if (object == nullptr || !seen.insert(object).second) {
+        return;
+    }
+    out.push_back(object);
+    for (DesignObject* child : object->children) {
+        Collect(child, out, seen);
+    }
+}
+
+struct Box {
+    double x0 = std::numeric_limits<double>::max(), y0 = x0;
+    double x1 = -x0, y1 = -x0;
+    void Add(double x, double y, double grow = 0) {
+        x0 = std::min(x0, x - grow);
+        y0 = std::min(y0, y - grow);
+        x1 = std::max(x1, x + grow);
+        y1 = std::max(y1, y + grow);
+    }
+    bool Empty() const { return x0 > x1; }
+};
+
+void Extend(Box& box, DesignShape const& shape) {
+    auto const& p = shape.points;
+    switch (shape.kind) {
+    case DesignShape::Arc:
+    case DesignShape::Circle:
+        box.Add(p[0], p[1], p[2] + shape.width / 2);
+        break;
+    case DesignShape::Pad:
+        box.Add(p[0] - p[2] / 2, p[1] - p[3] / 2);
+        box.Add(p[0] + p[2] / 2, p[1] + p[3] / 2);
+        break;
+    default:
+        for (std::size_t i = 0; i + 1 < p.size(); i += 2) {
+            box.Add(p[i], p[i + 1], shape.kind == DesignShape::Line ? shape.width / 2 : 0);
+        }
+    }
+}
+
+void Trace(cairo_t* cr, DesignShape const& shape) {
+    auto const& p = shape.points;
+    switch (shape.kind) {
+    case DesignShape::Line:
+        cairo_move_to(cr, p[0], p[1]);
+        cairo_line_to(cr, p[2], p[3]);
+        cairo_set_line_width(cr, shape.width);
+        cairo_stroke(cr);
+        break;
+    case DesignShape::Arc:
+        cairo_new_sub_path(cr);
+        cairo_arc(cr, p[0], p[1], p[2], p[3] * std::numbers::pi / 180,
+                  p[4] * std::numbers::pi / 180);
+        cairo_set_line_width(cr, shape.width);
+        cairo_stroke(cr);
+        break;
+    case DesignShape::Circle:
+        cairo_new_sub_path(cr);
+        cairo_arc(cr, p[0], p[1], p[2], 0, 2 * std::numbers::pi);
+        cairo_fill(cr);
+        break;
+    case DesignShape::Rectangle:
+        cairo_rectangle(cr, std::min(p[0], p[2]), std::min(p[1], p[3]), std::abs(p[2] - p[0]),
+                        std::abs(p[3] - p[1]));
+        cairo_fill(cr);
+        break;
+    case DesignShape::Polygon:
+        cairo_move_to(cr, p[0], p[1]);
+        for (std::size_t i = 2; i + 1 < p.size(); i += 2) {
+            cairo_line_to(cr, p[i], p[i + 1]);
+        }
+        cairo_close_path(cr);
+        cairo_fill(cr);
+        break;
+    case DesignShape::Pad:
+        cairo_rectangle(cr, p[0] - p[2] / 2, p[1] - p[3] / 2, p[2], p[3]);
+        cairo_fill(cr);
+        break;
+    }
+}
+
+struct SurfaceDeleter {
+    void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
+};
+struct ContextDeleter {
+    void operator()(cairo_t* c) const { cairo_destroy(c); }
+};
+
+} // namespace
+
+bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
+                      std::string& error) {
+    du::SmartPtr<qzk::EcadDesign> design;
+    scene.GetEcadDesign(design, 0);
+    auto const data = design ? design->GetEcadDesignData() : nullptr;
+    auto const* board = dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get());
+    if (board == nullptr) {
+        error = "the scene holds no loaded board";
+        return false;
+    }
+    if (view.width < 1 || view.height < 1 || view.width > 16384 || view.height > 16384) {
+        error = "a picture size out of range";
+        return false;
+    }
+
+    std::vector<DesignObject*> objects;
+    std::set<DesignObject*> seen;
+    for (DesignObject* object : board->GetComponents()) {
+        Collect(object, objects, seen);
+    }
+    for (DesignObject* object : board->GetNets()) {
+        Collect(object, objects, seen);
+    }
+    Box box;
+    for (DesignObject* object : objects) {
+        for (auto const& shape : object->geometry) {
+            Extend(box, shape);
+        }
+    }
+
+    // Looks by object: the selection layer wins over highlight, highlight over group.
+    std::map<void const*, unsigned int> looks;
+    for (int layer = 2; layer >= 0; --layer) {
+        for (auto const& [item, look] : scene.GetLooks(layer)) {
+            looks[item.object] = look.color;
+        }
+    }
+    std::set<void const*> isolated;
+    for (auto const& item : scene.GetIsolated()) {
+        isolated.insert(item.object);
+    }
+    bool const isolating = scene.IsIsolating();
+    std::map<std::pair<short, short>, std::pair<unsigned int, bool>> sublayers;
+    for (auto const& entry : scene.GetColorVisInfo()) {
+        sublayers[{entry.layer, entry.sublayer}] = {entry.color, entry.visible};
+    }
+
+    bool const svg = path.size() >= 4 && path.compare(path.size() - 4, 4, ".svg") == 0;
+    std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface(
+        svg ? cairo_svg_surface_create(path.c_str(), view.width, view.height)
+            : cairo_image_surface_create(CAIRO_FORMAT_RGB24, view.width, view.height));
+    if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
+        error = path + ": " + cairo_status_to_string(cairo_surface_status(surface.get()));
+        return false;
+    }
+    {
+        std::unique_ptr<cairo_t, ContextDeleter> context(cairo_create(surface.get()));
+        cairo_t* cr = context.get();
+        cairo_set_source_rgb(cr, kBackground.r, kBackground.g, kBackground.b);
+        cairo_paint(cr);
+        if (!box.Empty()) {
+            // Millimetres to pixels: the board fills the picture less a margin, y up, turned
+            // about its centre, and mirrored left to right when seen from the back.
+            double const w = std::max(box.x1 - box.x0, 1e-6);
+            double const h = std::max(box.y1 - box.y0, 1e-6);
+            double const angle = view.rotation * std::numbers::pi / 180;
+            double const across = std::abs(w * std::cos(angle)) + std::abs(h * std::sin(angle));
+            double const down = std::abs(w * std::sin(angle)) + std::abs(h * std::cos(angle));
+            double const scale = 0.9 * std::min(view.width / across, view.height / down);
+            cairo_translate(cr, view.width / 2.0, view.height / 2.0);
+            cairo_scale(cr, view.flip ? -scale : scale, -scale);
+            cairo_rotate(cr, angle);
+            cairo_translate(cr, -(box.x0 + box.x1) / 2, -(box.y0 + box.y1) / 2);
+            cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+            for (short layer : scene.GetDrawOrder()) {
+                for (DesignObject* object : objects) {
+                    if (object->layer != layer || object->geometry.empty()) {
+                        continue;
+                    }
+                    auto const found = sublayers.find({object->layer, object->sublayer});
+                    if (found == sublayers.end() || !found->second.second) {
+                        continue;
+                    }
+                    // A look or isolation given to a component or net reaches what it owns.
+                    unsigned int word = found->second.first;
+                    bool inIsolation = false;
+                    bool looked = false;
+                    for (DesignObject const* at = object; at != nullptr; at = at->owner) {
+                        auto const look = looks.find(at);
+                        if (!looked && look != looks.end()) {
+                            word = look->second;
+                            looked = true;
+                        }
+                        inIsolation = inIsolation || isolated.count(at) != 0;
+                    }
+                    Rgb colour = FromWord(word);
+                    if (isolating && !inIsolation) {
+                        colour = Dimmed(colour);
+                    }
+                    cairo_set_source_rgb(cr, colour.r, colour.g, colour.b);
+                    for (auto const& shape : object->geometry) {
+                        Trace(cr, shape);
+                    }
+                }
+            }
+        }
+    }
+    cairo_surface_flush(surface.get());
+    if (!svg) {
+        cairo_status_t const status = cairo_surface_write_to_png(surface.get(), path.c_str());
+        if (status != CAIRO_STATUS_SUCCESS) {
+            error = path + ": " + cairo_status_to_string(status);
+            return false;
+        }
+    } else {
+        cairo_surface_finish(surface.get());
+        if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
+            error = path + ": " + cairo_status_to_string(cairo_surface_status(surface.get()));
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace qzref

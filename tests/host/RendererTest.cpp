@@ -1,0 +1,178 @@
+// Pictures of a board scene, checked at chosen pixels: an object's colour, a look over it, a hidden
+// sublayer absent, the draw order deciding which of two objects is on top, a flipped board
+// mirrored.
+#include "Session.h"
+
+#include "board/PCBScene.h"
+#include "component/EntryPoints.h"
+#include "qzk/Instance.h"
+#include "qzk/ViewableSource.h"
+#include "qzk/World.h"
+#include "qzk/ecad/PCBScene.h"
+#include "qzkapp/SceneApiFactory.h"
+#include "qzref/LoaderControl.h"
+#include "qzref/Messages.h"
+#include "qzref/Platform.h"
+#include "qzref/Renderer.h"
+#include "qzref/UndoControl.h"
+
+#include <cairo.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+// 30 x 10 mm of geometry in a 300 x 100 picture: 9 pixels a millimetre about the centre
+// (150, 50), so x = 5 mm lands at pixel 60 and x = 25 mm at pixel 240.
+char const* const kBoard = R"({
+  "formatVersion": 1, "kind": "board", "top": 5, "bottom": 2,
+  "layers": [
+    {"handle": 1, "name": "Board", "sublayers": [{"handle": 2, "name": "Outline"}]},
+    {"handle": 2, "name": "Bottom", "sublayers": [
+      {"handle": 10, "name": "Pads", "color": "0x0100FF00"}]},
+    {"handle": 5, "name": "Top", "sublayers": [
+      {"handle": 10, "name": "Pads", "color": "0x01FF0000"},
+      {"handle": 33, "name": "Signal", "color": "0x010000FF"}]}
+  ],
+  "components": [
+    {"name": "L", "layer": 5, "shapes": [
+      {"layer": 5, "sublayer": 33, "geometry": [{"rect": [0, 0, 10, 10]}]}]},
+    {"name": "R", "layer": 5, "shapes": [
+      {"layer": 5, "sublayer": 10, "geometry": [{"pad": [25, 5, 10, 10]}]}]},
+    {"name": "B", "layer": 2, "shapes": [
+      {"layer": 2, "sublayer": 10, "geometry": [{"polygon": [0, 0, 10, 0, 10, 10, 0, 10]}]}]}
+  ]
+})";
+
+unsigned int const kRed = 0xFF0000, kGreen = 0x00FF00, kBlue = 0x0000FF, kBlack = 0;
+
+class RendererTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        // ctest runs each test as its own process, side by side: one set of files each.
+        std::string const stem = testing::TempDir() + "qzhost-render-" +
+                                 testing::UnitTest::GetInstance()->current_test_info()->name();
+        design_ = stem + ".json";
+        picture_ = stem + ".png";
+        std::ofstream(design_) << kBoard;
+        qzref::Platform::Start();
+        du::SmartPtr<du::RefCounted> component;
+        ASSERT_TRUE(QZDllCreateComponent("qzapi", nullptr, "sceneapifactory", &component));
+        auto* factory = dynamic_cast<qzkapp::SceneApiFactory*>(component.Get());
+        ASSERT_NE(factory, nullptr);
+        bool flag = false;
+        scene_ = du::DynamicCast<qzk::ecad::PCBScene>(
+            factory->CreateScene(qzk::World::GetWorld(), qzk::Instance::Create("test"),
+                                 qzk::ViewableSource::Create(du::Symbol(design_)), 74, flag));
+        ASSERT_TRUE(scene_);
+        api_ = static_cast<qzkapp::ecad::PCBScene*>(scene_->GetApiScene());
+        qzref::LoaderControl::WaitUntilIdle();
+        qzref::Messages::PumpUntilIdle();
+        ASSERT_TRUE(api_->IsDesignLoaded());
+        session_ = std::make_unique<qzhost::Session>(*api_, scene_, stdout);
+    }
+
+    void TearDown() override {
+        session_.reset();
+        qzref::UndoControl::Clear();
+        if (scene_) {
+            scene_->DestroyScene();
+        }
+        scene_ = nullptr;
+        qzref::Messages::PumpUntilIdle();
+        qzref::Platform::Stop();
+        std::remove(design_.c_str());
+        std::remove(picture_.c_str());
+    }
+
+    void Run(std::string const& script) {
+        std::istringstream in(script);
+        std::string error;
+        ASSERT_TRUE(session_->Run(in, "t.qzs", error)) << error;
+    }
+
+    // The picture's pixels at (x, y) for each given point, as 0xRRGGBB.
+    std::vector<unsigned int> Pixels(qzref::Renderer::View view,
+                                     std::vector<std::pair<int, int>> const& points) {
+        view.width = 300;
+        view.height = 100;
+        std::string error;
+        EXPECT_TRUE(qzref::Renderer::Render(*scene_, view, picture_, error)) << error;
+        cairo_surface_t* surface = cairo_image_surface_create_from_png(picture_.c_str());
+        std::vector<unsigned int> out;
+        if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
+            EXPECT_EQ(cairo_image_surface_get_width(surface), 300);
+            unsigned char const* data = cairo_image_surface_get_data(surface);
+            int const stride = cairo_image_surface_get_stride(surface);
+            for (auto const& [x, y] : points) {
+                auto const* row = reinterpret_cast<std::uint32_t const*>(data + y * stride);
+                out.push_back(row[x] & 0xFFFFFF);
+            }
+        } else {
+            ADD_FAILURE() << "no PNG at " << picture_;
+        }
+        cairo_surface_destroy(surface);
+        return out;
+    }
+
+    std::string design_;
+    std::string picture_;
+    du::SmartPtr<qzk::ecad::PCBScene> scene_;
+    qzkapp::ecad::PCBScene* api_ = nullptr;
+    std::unique_ptr<qzhost::Session> session_;
+};
+
+std::vector<std::pair<int, int>> const kLeftRight{{60, 50}, {240, 50}, {150, 50}, {5, 5}};
+
+TEST_F(RendererTest, ColoursLooksVisibilityAndDrawOrder) {
+    // L (top signal, red word 0x010000FF) covers B (bottom pads, green) on the left; R (top
+    // pads, blue word 0x01FF0000) on the right; nothing between them or in the corner.
+    EXPECT_EQ(Pixels({}, kLeftRight), (std::vector<unsigned int>{kRed, kBlue, kBlack, kBlack}));
+
+    Run("sublayer 5 10 visible no\nsublayer 5 33 color 0x0100FFFF\n");
+    EXPECT_EQ(Pixels({}, kLeftRight),
+              (std::vector<unsigned int>{0xFFFF00, kBlack, kBlack, kBlack}));
+
+    // The bottom layer painted last comes out on top of L.
+    Run("draw-order apply 1 5 2\n");
+    EXPECT_EQ(Pixels({}, {{60, 50}}), (std::vector<unsigned int>{kGreen}));
+    Run("undo\nundo\nundo\n");
+    EXPECT_EQ(Pixels({}, kLeftRight), (std::vector<unsigned int>{kRed, kBlue, kBlack, kBlack}));
+
+    // A highlight of the component recolours what it owns in the scene's highlight look.
+    Run("highlight R\n");
+    unsigned int highlight = 0;
+    for (auto const& [item, value] : scene_->GetLooks(1)) {
+        highlight = value.color;
+    }
+    ASSERT_NE(highlight, 0u);
+    unsigned int const rgb =
+        ((highlight & 0xFF) << 16) | (highlight & 0xFF00) | ((highlight >> 16) & 0xFF);
+    EXPECT_EQ(Pixels({}, kLeftRight), (std::vector<unsigned int>{kRed, rgb, kBlack, kBlack}));
+}
+
+TEST_F(RendererTest, FlippedBoardIsMirroredAndSvgIsWritten) {
+    qzref::Renderer::View flipped;
+    flipped.flip = true;
+    EXPECT_EQ(Pixels(flipped, kLeftRight),
+              (std::vector<unsigned int>{kBlue, kRed, kBlack, kBlack}));
+    qzref::Renderer::View turned;
+    turned.rotation = 180;
+    EXPECT_EQ(Pixels(turned, kLeftRight), (std::vector<unsigned int>{kBlue, kRed, kBlack, kBlack}));
+
+    std::string const svg = picture_ + ".svg";
+    std::string error;
+    ASSERT_TRUE(qzref::Renderer::Render(*scene_, {}, svg, error)) << error;
+    std::ifstream in(svg);
+    std::string const text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_NE(text.find("<svg"), std::string::npos);
+    std::remove(svg.c_str());
+
+    EXPECT_FALSE(qzref::Renderer::Render(*scene_, {}, "/nonexistent/dir/x.png", error));
+    EXPECT_NE(error.find("/nonexistent/dir/x.png"), std::string::npos) << error;
+}
+
+} // namespace
