@@ -1,6 +1,8 @@
 #include "board/PCBScene.h"
 
 #include "board/ColorVisPCBOperationStep.h"
+#include "board/IsolateOperations.h"
+#include "board/OrientationOperations.h"
 #include "board/PCBSceneObserver.h"
 #include "dp/ReadWriteLock.h"
 #include "qzk/Kernel.h"
@@ -149,7 +151,7 @@ unsigned char PCBScene::ISOLATEONLYVISIBLE_CHANGED_EVENT() {
 void PCBScene::Init() {
     du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
     dp::WriteLocker lock(GetRWLock());
-    sceneObserver = new KernelSceneObserver(this);
+    sceneObserver = du::MakeCounted<KernelSceneObserver>(this);
     if (kernel) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
     }
@@ -178,7 +180,7 @@ void PCBScene::_OnDestroy() {
 
 void PCBScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
     du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
-    du::SmartPtr<PCBViewObserver> observer(new PCBViewObserver(manager.Get(), view));
+    auto observer = du::MakeCounted<PCBViewObserver>(manager.Get(), view);
     if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
     }
@@ -323,6 +325,89 @@ void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> co
     }
     OnSelectionChanged(kSelectionChannel, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(),
                        items);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Isolation
+
+using Isolation = IsolateOperations<PCBScene>;
+
+void PCBScene::Isolate(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                       du::SmartPtr<qzk::Operation> const& op) {
+    Isolation::Isolate(*this, items, op);
+}
+
+void PCBScene::AddToIsolated(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                             du::SmartPtr<qzk::Operation> const& op) {
+    Isolation::AddToIsolated(*this, items, op);
+}
+
+void PCBScene::Deisolate(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                         du::SmartPtr<qzk::Operation> const& op) {
+    Isolation::Deisolate(*this, items, op);
+}
+
+void PCBScene::ClearAllIsolated(du::SmartPtr<qzk::Operation> const& op) {
+    Isolation::ClearAllIsolated(*this, op);
+}
+
+void PCBScene::ApplyIsolatedList() const {
+    _SetIsolatedToQzkScene();
+}
+
+void PCBScene::GetItems(qzk::ecad::ItemContainer<qzk::ecad::IsolateItem>& out) const {
+    Isolation::GetItems(*this, out);
+}
+
+void PCBScene::SetItems(qzk::ecad::ItemContainer<qzk::ecad::IsolateItem> const& items,
+                        bool setViewsDirty) {
+    Isolation::SetItems(*this, items, setViewsDirty);
+}
+
+void PCBScene::_SetIsolatedToQzkScene() const {
+    Isolation::Push(*this);
+}
+
+void PCBScene::_IsolateViewsDirty() const {
+    if (kernelScene) {
+        kernelScene->SetViewsDirty();
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Orientation
+
+using Orientation = OrientationOperations<PCBScene>;
+
+bool PCBScene::GetFlip() const {
+    return _GetFlip();
+}
+
+short PCBScene::GetRotation() const {
+    return _GetRotation();
+}
+
+void PCBScene::SetFlip(bool flip, du::SmartPtr<qzk::Operation> const& op, bool applyToView) {
+    Orientation::SetFlip(*this, flip, op, applyToView);
+}
+
+void PCBScene::ToggleFlip(du::SmartPtr<qzk::Operation> const& op) {
+    Orientation::ToggleFlip(*this, op);
+}
+
+void PCBScene::SetRotation(short rotation, du::SmartPtr<qzk::Operation> const& op,
+                           bool applyToView) {
+    Orientation::SetRotation(*this, rotation, op, applyToView);
+}
+
+void PCBScene::AddRotation(short delta, du::SmartPtr<qzk::Operation> const& op) {
+    Orientation::AddRotation(*this, delta, op);
+}
+
+void PCBScene::_InvertLayersForFlip(du::SmartPtr<qzk::Operation> const& op) {
+    if (kernelScene) {
+        _DrawOrderInvertLayers(op);
+    }
 }
 
 } // namespace qzkapp::ecad

@@ -74,6 +74,37 @@ public:
     // the kernel scene has no selection manager.
     void SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items);
 
+    // Isolation: every mutator records its step (also when nothing changes) and hands the
+    // operation to the undo list; the kernel hears the whole set when it changed. No event: the
+    // kernel tells its own observers.
+    void Isolate(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                 du::SmartPtr<qzk::Operation> const& op) override;
+    void AddToIsolated(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                       du::SmartPtr<qzk::Operation> const& op) override;
+    void Deisolate(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                   du::SmartPtr<qzk::Operation> const& op) override;
+    void ClearAllIsolated(du::SmartPtr<qzk::Operation> const& op) override;
+    // Not locked: hands the kernel the present set once more.
+    void ApplyIsolatedList() const override;
+    using BaseScene::GetItems;
+    using BaseScene::SetItems;
+    void GetItems(qzk::ecad::ItemContainer<qzk::ecad::IsolateItem>& out) const override;
+    // Records nothing; the way back for undo.
+    void SetItems(qzk::ecad::ItemContainer<qzk::ecad::IsolateItem> const& items,
+                  bool setViewsDirty) override;
+
+    // Orientation: the step goes into op (the caller records); the first view turns. Flip and
+    // rotation are read without a lock.
+    bool GetFlip() const override;
+    short GetRotation() const override;
+    // With applyToView false the field changes and the event posts, but the view and the layer
+    // order stay as they are.
+    void SetFlip(bool flip, du::SmartPtr<qzk::Operation> const& op, bool applyToView) override;
+    void ToggleFlip(du::SmartPtr<qzk::Operation> const& op) override;
+    void SetRotation(short rotation, du::SmartPtr<qzk::Operation> const& op,
+                     bool applyToView) override;
+    void AddRotation(short delta, du::SmartPtr<qzk::Operation> const& op) override;
+
     // An observer that registers while the load runs hears its end like everyone else;
     // otherwise it is brought up to date at once.
     bool RegisterObserver(qzkapp::ecad::PCBSceneObserver& observer);
@@ -99,6 +130,14 @@ protected:
 private:
     friend class qzk::Observable::DefaultRegisterInitHelper<PCBScene,
                                                             qzkapp::ecad::PCBSceneObserver>;
+    template <class> friend class IsolateOperations;
+    template <class> friend class OrientationOperations;
+
+    void _SetIsolatedToQzkScene() const;
+    // What the shared isolate and orientation bodies ask of this scene.
+    qzk::ecad::PCBScene* _IsolateKernelScene() const { return _GetPCBKernelScene(); }
+    void _IsolateViewsDirty() const;
+    void _InvertLayersForFlip(du::SmartPtr<qzk::Operation> const& op);
 
     // The kernel scene as a board scene; null once the scene has ended.
     qzk::ecad::PCBScene* _GetPCBKernelScene() const;

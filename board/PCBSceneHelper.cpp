@@ -149,10 +149,6 @@ void PCBSceneHelper::GetLayersSublayers(std::vector<du::SmartPtr<qzk::SelectionI
     }
 }
 
-unsigned int PCBSceneHelper::GetIsolateCount() const {
-    return static_cast<unsigned int>(isolated.size());
-}
-
 void PCBSceneHelper::CombineColorVisInfo(SublayerPCB_CVSet const& given,
                                          SublayerPCB_CVSet& out) const {
     for (SublayerPCB_CV const& own : sublayerCV) {

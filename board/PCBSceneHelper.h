@@ -9,8 +9,10 @@
 
 #include "component/ComponentExport.h"
 #include "du/SmartPtr.h"
+#include "du/Types.h"
 #include "qzk/Operation.h"
 #include "qzk/ecad/AnnoCVInfo.h"
+#include "qzk/ecad/AppearanceItem.h"
 #include "qzk/ecad/IsolateItem.h"
 #include "qzk/ecad/ItemContainer.h"
 #include "qzk/ecad/SublayerPCBBase.h"
@@ -22,13 +24,18 @@
 #include <vector>
 
 namespace qzk {
+class Scene;
 class SelectionItem;
+class View;
 namespace ecad {
 class EcadDesignData;
-}
+class SelectionItem;
+} // namespace ecad
 } // namespace qzk
 
 namespace qzkapp::ecad {
+
+class BaseScene;
 
 class QZECAD_EXPORT PCBSceneHelper {
 public:
@@ -66,8 +73,35 @@ public:
     void GetLayersSublayers(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
                             std::set<qzk::ecad::SublayerPCBBase>& out);
     unsigned int GetIsolateCount() const;
+    // Whatever name the item would have.
+    bool IsIsolated(du::SmartPtr<qzk::ecad::SelectionItem> const& item) const;
 
 protected:
+    using IsolateContainer = qzk::ecad::ItemContainer<qzk::ecad::IsolateItem>;
+
+    // The isolate set. Items that are no ECAD selection item are passed over and do not count;
+    // the counts are of entries really added, removed or dropped.
+    uint64 _AddToIsolated(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                          du::SmartPtr<qzk::Scene> const& scene);
+    uint64 RemoveIsolates(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items,
+                          du::SmartPtr<qzk::Scene> const& scene);
+    uint64 _ClearIsolated();
+    // Appends one plain item per entry, in the set's order; out is not cleared.
+    void GetIsolatedAppearances(std::vector<qzk::ecad::AppearanceItem>& out) const;
+
+    // Orientation. Both add their undo step to op (not recorded here) and turn the view through
+    // its workflow manager; both return whether the field changed. A rotation is stored reduced
+    // to -359..359 with the sign it was given, and the view turns by the unreduced difference
+    // (the other way round while the board is seen from the back); it turns whenever there is a
+    // view, so applyToView is not read.
+    bool _SetFlip(du::SmartPtr<BaseScene> const& scene, du::SmartPtr<qzk::View> const& view,
+                  bool flip, du::SmartPtr<qzk::Operation> const& op, bool applyToView);
+    bool _SetRotation(du::SmartPtr<BaseScene> const& scene, du::SmartPtr<qzk::View> const& view,
+                      short rotation, du::SmartPtr<qzk::Operation> const& op, bool applyToView);
+    bool _GetFlip() const { return flip; }
+    short _GetRotation() const { return rotation; }
+    static short ReduceRotation(short rotation) { return static_cast<short>(rotation % 360); }
+
     // out gets exactly the keys of the own set, each with given's entry where given has one.
     void CombineColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& given,
                              qzk::ecad::SublayerPCB_CVSet& out) const;
@@ -84,7 +118,7 @@ protected:
     qzk::ecad::SublayerPCB_CVSet sublayerCV;
     // In order of creation: the first visible entry is the current overlay.
     std::vector<qzk::ecad::AnnoCVInfo> overlayCV;
-    qzk::ecad::ItemContainer<qzk::ecad::IsolateItem> isolated;
+    IsolateContainer isolated;
     bool showLogicalConnections;
     short rotation;
     bool flip;

@@ -22,7 +22,7 @@ bool QZDllCreateComponent(std::string const& family, void const* /*unused*/,
         return false;
     }
     // The ordinary heap, not the kernel's pool: the factory is no kernel object.
-    *out = new qzkapp::ecad::SceneApiFactory();
+    *out = du::MakeCounted<qzkapp::ecad::SceneApiFactory>();
     return true;
 }
 

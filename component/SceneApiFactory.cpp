@@ -19,7 +19,7 @@ namespace {
 // the local references go and the pool gets the memory back.
 template <class Api, class Bound, class Kernel>
 du::SmartPtr<qzk::Scene> Bind(du::SmartPtr<Kernel> const& kernelScene) {
-    du::SmartPtr<Api> apiScene(new Api(du::SmartPtr<Bound>(kernelScene)));
+    du::SmartPtr<Api> apiScene = du::MakeCounted<Api>(du::SmartPtr<Bound>(kernelScene));
     apiScene->Init();
     return du::SmartPtr<qzk::Scene>(kernelScene);
 }

@@ -135,7 +135,7 @@ void Scene::Init() {
     du::SmartPtr<qzk::AnnoSet> annoSet;
     kernelScene->GetAnnoSet(annoSet);
     if (annoSet) {
-        annotationSetObserver = new AnnotationSetObserver(this);
+        annotationSetObserver = du::MakeCounted<AnnotationSetObserver>(this);
         if (kernel) {
             kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(annotationSetObserver.Get()));
         }
@@ -161,7 +161,7 @@ void Scene::LoadEcadDesign() {
         return;
     }
     // A former event keeps its link: should it still complete, the scene hears it.
-    loaderEvent = new EcadDesignLoaderEvent(this);
+    loaderEvent = du::MakeCounted<EcadDesignLoaderEvent>(this);
     kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(loaderEvent.Get()));
     loader->LoadEcadDesign(design, loaderEvent.Get());
     designLoading = true;

@@ -147,15 +147,14 @@ bool Session::Items(Call const& call, std::size_t from,
         if (object == nullptr) {
             return call.Fail(i, "no object named '" + call.words[i].text + "' in the design");
         }
-        out.emplace_back(
-            new qzk::ecad::SelectionItem(data, object, nullptr, nullptr, dg::DPoint3D(), 0, 0));
+        out.push_back(du::MakeCounted<qzk::ecad::SelectionItem>(data, object, nullptr, nullptr,
+                                                                dg::DPoint3D(), 0, 0));
     }
     return true;
 }
 
 du::SmartPtr<qzk::Operation> Session::NewOperation(std::string const& name) const {
-    return du::SmartPtr<qzk::Operation>(
-        new qzk::Operation(name, du::SmartPtr<qzk::Scene>(scene_), false));
+    return du::MakeCounted<qzk::Operation>(name, du::SmartPtr<qzk::Scene>(scene_), false);
 }
 
 void Session::Record(du::SmartPtr<qzk::Operation> const& op) const {

@@ -132,7 +132,7 @@ int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& sc
              JournalPrinter& journal) {
     // Kind 74 always wraps a board scene of the layer.
     auto* api = static_cast<qzkapp::ecad::PCBScene*>(scene->GetApiScene());
-    du::SmartPtr<qzhost::HostEvents> observer(new qzhost::HostEvents(options.events));
+    auto observer = du::MakeCounted<qzhost::HostEvents>(options.events);
     api->RegisterObserver(*observer);
     WaitForLoad(options.design);
     journal.Flush();

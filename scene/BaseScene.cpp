@@ -112,7 +112,7 @@ unsigned char BaseScene::ASSOCHIGHLIGHTCOLOR_CHANGED_EVENT() {
 void BaseScene::Init() {
     du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
 
-    selectionObserver = new SelectionObserver(this);
+    selectionObserver = du::MakeCounted<SelectionObserver>(this);
     if (kernel) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(selectionObserver.Get()));
     }
@@ -125,7 +125,7 @@ void BaseScene::Init() {
     }
 
     du::SmartPtr<qzk::World> world = qzk::World::GetWorld();
-    worldObserver = new WorldObserver(this);
+    worldObserver = du::MakeCounted<WorldObserver>(this);
     if (kernel) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(worldObserver.Get()));
     }

@@ -42,8 +42,8 @@ void BaseScene::DrawOrderMoveLayer(short layer, uint64 index, bool undo) {
         std::string const name =
             localizer.LocalizeMessage("DisplayPriorityUndo", du::AssembleArgs("%s", layerName),
                                       static_cast<du::Localizer::ActionOnFailure>(0));
-        du::SmartPtr<qzk::Operation> op(
-            new qzk::Operation(name, du::SmartPtr<qzk::Scene>(kernelScene), false));
+        auto op =
+            du::MakeCounted<qzk::Operation>(name, du::SmartPtr<qzk::Scene>(kernelScene), false);
         AddStepAndRecord<DisplayPriorityOperationStep>(op, this, layer, oldIndex, index);
     }
     drawOrder.erase(found);
@@ -84,8 +84,8 @@ void BaseScene::ResetDrawOrder(bool undo) {
         du::Localizer const localizer("qzecad:qzecadStrings");
         std::string const name = localizer.LocalizeMessage(
             "DisplayPriorityResetUndo", static_cast<du::Localizer::ActionOnFailure>(0));
-        du::SmartPtr<qzk::Operation> op(
-            new qzk::Operation(name, du::SmartPtr<qzk::Scene>(kernelScene), false));
+        auto op =
+            du::MakeCounted<qzk::Operation>(name, du::SmartPtr<qzk::Scene>(kernelScene), false);
         AddStepAndRecord<DisplayPriorityResetStep>(op, this, drawOrder);
     }
     GetDefaultDrawOrder(drawOrder);

@@ -37,8 +37,8 @@ SearchQueryInfo::~SearchQueryInfo() = default;
 void SearchQueryInfo::Init() {
     isDlgVisible = false;
     isPanePopulated = false;
-    dlgLastConfig = new queryinterface::SimpleQuery();
-    lastAppliedQuery = new queryinterface::SimpleQuery();
+    dlgLastConfig = du::MakeCounted<queryinterface::SimpleQuery>();
+    lastAppliedQuery = du::MakeCounted<queryinterface::SimpleQuery>();
 }
 
 void SearchQueryInfo::SetDlgLastConfig(du::SmartPtr<queryinterface::SimpleQuery> query) {

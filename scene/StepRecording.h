@@ -17,7 +17,7 @@ bool AddStep(du::SmartPtr<qzk::Operation> const& op, Args&&... args) {
     if (!op) {
         return false;
     }
-    op->AddStep(du::SmartPtr<qzk::OperationStep>(new StepT(std::forward<Args>(args)...)));
+    op->AddStep(du::MakeCounted<StepT>(std::forward<Args>(args)...));
     return true;
 }
 

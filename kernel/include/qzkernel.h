@@ -117,6 +117,7 @@
 #include "qzk/ecad/PCBViewObserver.h"
 #include "qzk/ecad/PageList.h"
 #include "qzk/ecad/PrefKeys.h"
+#include "qzk/ecad/RotateData.h"
 #include "qzk/ecad/Scene.h"
 #include "qzk/ecad/SceneObserver.h"
 #include "qzk/ecad/SchematicAppearance.h"

@@ -261,6 +261,45 @@ TEST_F(PCBSceneTest, ComponentSublayersComeFromTheirLayerAndTheirParts) {
     EXPECT_TRUE(none.empty());
 }
 
+// Fault guarded: the layer's own (layer, 14) and (layer, 15) were only counted when a child
+// shape lay there; the sample boards' parts all have such shapes.
+TEST_F(PCBSceneTest, APartCountsItsLayersComponentSublayersWithoutShapesOnThem) {
+    auto scene = MakeBoard(std::string(QZ_TESTDATA_DIR) + "/part-without-silkscreen.json");
+    Settle();
+    auto* api = Api(scene);
+    ASSERT_TRUE(api->IsDesignLoaded());
+    auto const& data = api->GetDesignData();
+    du::SmartPtr<qzk::SelectionItem> part(
+        new qzk::ecad::SelectionItem(data, data->FindObject("Q1", IcmApiEcad::COMPONENT), nullptr,
+                                     nullptr, dg::DPoint3D(), 0, 0));
+    std::set<SublayerPCBBase> out;
+    api->GetLayersSublayers({part}, out);
+    EXPECT_EQ(out, (std::set<SublayerPCBBase>{SublayerPCBBase(5, 10), SublayerPCBBase(5, 14),
+                                              SublayerPCBBase(5, 15)}));
+}
+
+// Fault guarded: loading the colours again kept the user's changes instead of the defaults.
+TEST_F(PCBSceneTest, LoadingTheColoursAgainBringsTheDefaultsBackAndItsStepTheChange) {
+    SublayerPCB_CVSet const defaults = Own();
+    SublayerPCB_CVSet changed;
+    for (SublayerPCB_CV entry : defaults) {
+        entry.color = 0x01010203;
+        entry.visible = !entry.visible;
+        changed.insert(entry);
+    }
+    api_->SetColorVisInfo(changed, nullptr, qzkapp::ecad::ChangeSourceScene);
+    ASSERT_TRUE(SublayerPCB_CV::AreDifferent(Own(), defaults));
+
+    du::SmartPtr<qzk::Operation> op(
+        new qzk::Operation("load", du::SmartPtr<qzk::Scene>(scene_), false));
+    api_->LoadColorVisInfo(op);
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), defaults));
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(scene_->GetColorVisInfo(), defaults));
+    qzk::RecordOperation(op);
+    ASSERT_TRUE(qzref::UndoControl::Undo());
+    EXPECT_FALSE(SublayerPCB_CV::AreDifferent(Own(), changed));
+}
+
 TEST_F(PCBSceneTest, BoardQueriesAnswerFromTheDesign) {
     std::vector<short> order{42};
     api_->GetDefaultDrawOrder(order);

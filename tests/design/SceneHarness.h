@@ -140,6 +140,24 @@ protected:
         return -1;
     }
 
+    // The lines whose operation is one of ops, without their receivers ("SetIsolated([U1])").
+    static std::vector<std::string> Ops(std::vector<std::string> const& lines,
+                                        std::vector<std::string> const& ops) {
+        std::vector<std::string> out;
+        for (std::string const& line : lines) {
+            auto const paren = line.find('(');
+            auto const dot = line.rfind('.', paren);
+            if (paren == std::string::npos || dot == std::string::npos) {
+                continue;
+            }
+            std::string const call = line.substr(dot + 1);
+            if (std::find(ops.begin(), ops.end(), call.substr(0, paren - dot - 1)) != ops.end()) {
+                out.push_back(call);
+            }
+        }
+        return out;
+    }
+
     // The ids of the design scenes' events, as the board scene numbers them.
     static unsigned char DesignLoadedId() { return qzkapp::ecad::PCBScene::GetBaseEventId() - 3; }
 

@@ -92,7 +92,7 @@ TEST_F(SessionTest, CommandsChangeTheSceneAndUndoRestoresIt) {
                   "sublayer 5 33 color 0x01123456\n"
                   "sublayer 2 10 visible no\n"
                   "draw-order invert\n"
-                  "flip\n"),
+                  "rotate 90\n"),
               "");
     qzk::ecad::ItemContainer<qzk::ecad::HighlightItem> highlights;
     api_->GetHighlights(highlights);

@@ -141,7 +141,7 @@ TEST_F(SceneTest, SelectionManagerEndCutsTheTie) {
 TEST(SearchQueryInfo, CopySharesQueriesAssignmentCopiesTheirContent) {
     SearchQueryInfo original;
     SearchQueryInfo shared(original);
-    shared.SetDlgLastConfig(new queryinterface::SimpleQuery("R*"));
+    shared.SetDlgLastConfig(du::MakeCounted<queryinterface::SimpleQuery>("R*"));
     EXPECT_EQ(original.GetDlgLastConfig()->text, "R*");
 
     SearchQueryInfo assigned;
@@ -149,7 +149,7 @@ TEST(SearchQueryInfo, CopySharesQueriesAssignmentCopiesTheirContent) {
     assigned = original;
     EXPECT_EQ(assigned.GetDlgLastConfig(), keptObject); // identity stays
     EXPECT_EQ(assigned.GetDlgLastConfig()->text, "R*");
-    assigned.SetDlgLastConfig(new queryinterface::SimpleQuery("C*"));
+    assigned.SetDlgLastConfig(du::MakeCounted<queryinterface::SimpleQuery>("C*"));
     EXPECT_EQ(original.GetDlgLastConfig()->text, "R*");
 
     // Init forgets all.
@@ -163,7 +163,7 @@ TEST(SearchQueryInfo, CopySharesQueriesAssignmentCopiesTheirContent) {
 TEST_F(SceneTest, SearchRecordGoesInByContentAndComesOutIndependent) {
     SearchQueryInfo info;
     info.SetIsPanePopulated(true);
-    info.SetLastAppliedQuery(new queryinterface::SimpleQuery("net VCC"));
+    info.SetLastAppliedQuery(du::MakeCounted<queryinterface::SimpleQuery>("net VCC"));
     scene->SetSearchQueryInfo(info);
     info.GetLastAppliedQuery()->text = "changed later";
 

@@ -134,6 +134,23 @@ TEST_F(GroupColors, UndoOfAGroupChangePostsOnlyWhenTheMergeChangedSomething) {
     EXPECT_EQ(recorder.Take(), std::vector<std::string>{"groups 7"});
 }
 
+// Fault guarded: the step of a whole-set replacement held the new colours, so undo kept them.
+TEST_F(GroupColors, UndoOfAReplacedSetBringsTheFormerColoursBack) {
+    scene->designLoaded = true;
+    scene->UpdateGroups(groups);
+    auto op = NewOperation();
+    scene->SetGroupColorVisInfo(
+        Colors({GroupCVInfo("power", 0x01123456, true), GroupCVInfo("analog", 0x01654321, false)}),
+        op, qzkapp::ecad::ChangeSourceScene);
+    EXPECT_EQ(ColorOf("power"), 0x01123456u);
+    qzk::RecordOperation(op);
+    ASSERT_TRUE(qzref::UndoControl::Undo());
+    EXPECT_EQ(ColorOf("power"), 0x010000FFu);
+    EXPECT_EQ(ColorOf("analog"), 0x0100FF00u);
+    ASSERT_TRUE(qzref::UndoControl::Redo());
+    EXPECT_EQ(ColorOf("analog"), 0x01654321u);
+}
+
 TEST_F(GroupColors, SwitchesRecordOnlyRealChangesAndOverlapNever) {
     auto op = NewOperation();
     scene->LoadColorVisInfo(op); // no groups: nothing at all

@@ -1,6 +1,6 @@
-// Owning pointer over du::RefCounted. Copying adds a reference; assignment adds the new
-// reference before it releases the old one, so self-assignment and assignment from a pointer
-// the old target owns are safe. A null pointer is legal everywhere.
+// Owning pointer over du::RefCounted; du::MakeCounted makes the objects it holds. Copying adds a
+// reference; assignment adds the new reference before it releases the old one, so self-assignment
+// and assignment from a pointer the old target owns are safe. A null pointer is legal everywhere.
 #pragma once
 
 #include "du/RefCounted.h"
@@ -18,8 +18,9 @@ public:
 
     SmartPtr() noexcept = default;
     SmartPtr(std::nullptr_t) noexcept {}
-    // Takes a new reference to p (which may already be held elsewhere).
-    SmartPtr(T* p) : ptr_(p) { Acquire(); }
+    // Takes a new reference to p (which may already be held elsewhere). Explicit, so that a
+    // freshly made object reaches a pointer only through MakeCounted or by name.
+    explicit SmartPtr(T* p) : ptr_(p) { Acquire(); }
     SmartPtr(SmartPtr const& other) : ptr_(other.ptr_) { Acquire(); }
     SmartPtr(SmartPtr&& other) noexcept : ptr_(std::exchange(other.ptr_, nullptr)) {}
     template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
@@ -36,6 +37,7 @@ public:
         }
         return *this;
     }
+    // Adopts an object someone else already holds; a new object comes through MakeCounted.
     SmartPtr& operator=(T* p) { return Assign(p); }
     SmartPtr& operator=(std::nullptr_t) { return Assign(nullptr); }
     template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
@@ -81,6 +83,13 @@ private:
 
     T* ptr_ = nullptr;
 };
+
+// The one way to make a counted object: built with new (the class's own operator new where it
+// has one, such as the kernel's pool) and held from the start, so no raw owner is ever in sight.
+template <class T, class... Args> SmartPtr<T> MakeCounted(Args&&... args) {
+    return SmartPtr<T>(
+        new T(std::forward<Args>(args)...)); // NOLINT(cppcoreguidelines-owning-memory)
+}
 
 // dynamic_cast between counted pointers; null when the object is not a U.
 template <class U, class T> SmartPtr<U> DynamicCast(SmartPtr<T> const& p) {

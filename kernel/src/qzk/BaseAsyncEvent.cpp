@@ -9,7 +9,7 @@ namespace qzk {
 
 BaseAsyncEvent::BaseAsyncEvent() {
     void* block = du::CommonAllocatorImpl::Allocate(sizeof(dom::ObserverProxy), nullptr);
-    proxy_ = new (block) dom::ObserverProxy(*this);
+    proxy_ = du::SmartPtr<dom::ObserverProxy>(new (block) dom::ObserverProxy(*this));
 }
 
 BaseAsyncEvent::~BaseAsyncEvent() {

@@ -86,7 +86,7 @@ void Object::AddRefCountedUserData(unsigned int key, du::RefCounted* data) {
     if (!userData_) {
         userData_ = std::make_unique<UserData>();
     }
-    userData_->counted[key] = data;
+    userData_->counted[key] = du::SmartPtr<du::RefCounted>(data);
 }
 
 du::RefCounted* Object::GetRefCountedUserData(unsigned int key) const {

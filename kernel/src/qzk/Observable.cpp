@@ -144,7 +144,7 @@ void Observable::Destroy() {
             observer->observable_ = nullptr;
             du::SmartPtr<Observer> held;
             if (observer->TryAddReference(nullptr)) {
-                held = observer;
+                held = du::SmartPtr<Observer>(observer);
                 du::ReleaseReference(observer, nullptr);
             }
             detached.emplace_back(observer, std::move(held));

@@ -34,8 +34,11 @@ bool BaseScene::BeginAppearanceUpdate() {
 }
 
 void BaseScene::ClearItemAppearance(AppearanceItem const& item, bool highlightLayer) {
-    qzref::Journal::Record(GetObjectName().str(), "ClearItemAppearance",
-                           {qzref::Fmt(item), qzref::Fmt(highlightLayer)});
+    // Per item on hot paths: nothing is formatted while the journal is off.
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record(GetObjectName().str(), "ClearItemAppearance",
+                               {qzref::Fmt(item), qzref::Fmt(highlightLayer)});
+    }
     std::lock_guard lock(stateMutex_);
     looks_[highlightLayer ? HighlightLayer : SelectionLayer].erase(AppearanceItem(item));
 }
@@ -49,22 +52,28 @@ void BaseScene::_SetLook(AppearanceItem const& item, int layer, Look const& look
 
 void BaseScene::SetItemSelectionAppearance(AppearanceItem const& item, dg::Color const& color,
                                            bool fonted, bool excludePlanesCondFigures) {
-    qzref::Journal::Record(GetObjectName().str(), "SetItemSelectionAppearance",
-                           {qzref::Fmt(item), qzref::Fmt(color), qzref::Fmt(fonted),
-                            qzref::Fmt(excludePlanesCondFigures)});
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record(GetObjectName().str(), "SetItemSelectionAppearance",
+                               {qzref::Fmt(item), qzref::Fmt(color), qzref::Fmt(fonted),
+                                qzref::Fmt(excludePlanesCondFigures)});
+    }
     _SetLook(item, SelectionLayer, Look{color.GetAsHexUI(), fonted, excludePlanesCondFigures});
 }
 
 void BaseScene::SetItemHighlightAppearance(AppearanceItem const& item, dg::Color const& color,
                                            bool fonted) {
-    qzref::Journal::Record(GetObjectName().str(), "SetItemHighlightAppearance",
-                           {qzref::Fmt(item), qzref::Fmt(color), qzref::Fmt(fonted)});
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record(GetObjectName().str(), "SetItemHighlightAppearance",
+                               {qzref::Fmt(item), qzref::Fmt(color), qzref::Fmt(fonted)});
+    }
     _SetLook(item, HighlightLayer, Look{color.GetAsHexUI(), fonted, false});
 }
 
 void BaseScene::SetItemGroupAppearance(AppearanceItem const& item, dg::Color const& color) {
-    qzref::Journal::Record(GetObjectName().str(), "SetItemGroupAppearance",
-                           {qzref::Fmt(item), qzref::Fmt(color)});
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record(GetObjectName().str(), "SetItemGroupAppearance",
+                               {qzref::Fmt(item), qzref::Fmt(color)});
+    }
     _SetLook(item, GroupLayer, Look{color.GetAsHexUI(), false, false});
 }
 

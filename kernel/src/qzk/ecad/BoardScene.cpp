@@ -43,7 +43,9 @@ template <class Base, class ColorSet> ColorSet BoardScene<Base, ColorSet>::GetCo
 
 template <class Base, class ColorSet>
 void BoardScene<Base, ColorSet>::SetIsolated(std::vector<AppearanceItem> const& items) {
-    qzref::Journal::Record(this->GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record(this->GetObjectName().str(), "SetIsolated", {qzref::Fmt(items)});
+    }
     {
         std::lock_guard lock(this->stateMutex_);
         isolated_ = items;

@@ -1,0 +1,7 @@
+#include "qzk/ecad/RotateData.h"
+
+namespace qzk::ecad {
+
+RotateData::~RotateData() = default;
+
+} // namespace qzk::ecad
