@@ -5,7 +5,7 @@
 #
 # QZECAD_DIRS names the layer's folders, one per concern; the installed headers follow it too. A
 # new kind of scene adds its folder here.
-set(QZECAD_DIRS component scene design board compare)
+set(QZECAD_DIRS component scene design board schematic compare)
 set(QZECAD_SOURCE_GLOBS)
 foreach(dir ${QZECAD_DIRS})
     list(APPEND QZECAD_SOURCE_GLOBS ${PROJECT_SOURCE_DIR}/${dir}/*.cpp)

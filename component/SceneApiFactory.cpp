@@ -6,7 +6,9 @@
 #include "qzk/View.h"
 #include "qzk/ecad/BaseScene.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/SchematicScene.h"
 #include "scene/BaseScene.h"
+#include "schematic/SchematicScene.h"
 
 namespace qzkapp::ecad {
 namespace {
@@ -62,6 +64,11 @@ du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
     switch (kind) {
     case qzk::classid::EcadPCBScene:
         return MakeSingle<qzk::ecad::PCBScene, PCBScene, qzk::ecad::Scene>(world, instance, source);
+    // Two names of one scene.
+    case qzk::classid::EcadSchematicScene:
+    case qzk::classid::EcadSchematicSceneAlt:
+        return MakeSingle<qzk::ecad::SchematicScene, SchematicScene, qzk::ecad::Scene>(
+            world, instance, source);
     default:
         return nullptr;
     }

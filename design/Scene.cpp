@@ -99,7 +99,7 @@ void EcadDesignLoaderEvent::OnCompleted(int status) {
 
 Scene::Scene(du::SmartPtr<qzk::ecad::Scene> const& scene, unsigned int highlightColor)
     : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor), designLoading(false),
-      loadError(0) {
+      loadError(0), selectCrossHair(false), crosshairObject(nullptr), crosshairSheet(0xFFFFFFFFu) {
     if (kernelScene) {
         kernelScene->SetOverlapColor(overlapColor);
     }

@@ -64,6 +64,11 @@ protected:
     bool designLoading;
     unsigned short loadError;
     du::Symbol loadErrorText;
+    // The crosshair: whether the user wants it on the selected object, the object it marks (the
+    // design owns it) and the sheet that object lies on (0xFFFFFFFF: none known).
+    bool selectCrossHair;
+    void* crosshairObject;
+    unsigned int crosshairSheet;
     du::SmartPtr<qzloader::EcadDesignLoaderEvent> loaderEvent;
     du::SmartPtr<qzk::AnnotationSetObserver> annotationSetObserver;
 

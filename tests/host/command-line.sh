@@ -30,7 +30,7 @@ check 2 'Usage' -- open "$board" --frobnicate
 check 2 'design is required' -- open
 check 1 '^qzhost: the design path is empty$' -- open ""
 check 1 'qzhost: /nonexistent.json: cannot open the design file' -- open /nonexistent.json
-check 1 'scene kind 73 \(schematic scene\) is not available yet' -- \
+check 1 'scene kind 73 has no session commands yet' -- \
     open "$examples/designs/three-sheet-schematic.json"
 check 1 'scene kind 74 \(board scene\) does not fit a schematic design' -- \
     open "$examples/designs/three-sheet-schematic.json" --kind 74

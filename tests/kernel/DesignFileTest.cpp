@@ -344,4 +344,17 @@ TEST(DesignFile, ProgressRisesFromZeroToHundredAndAThrowingCallbackStopsTheRead)
     EXPECT_FALSE(stopped.data);
 }
 
+TEST(DesignFile, ARequiredKindRefusesAFileOfAnotherKindAtItsKindField) {
+    std::string const board = Sample("four-layer-board.json");
+    auto refused = qzref::ReadDesignFile(board, {}, "schematic");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.result, -4);
+    EXPECT_FALSE(refused.data);
+    EXPECT_EQ(refused.errorText, board + ": /kind: a \"board\" where a \"schematic\" is wanted");
+
+    auto read = qzref::ReadDesignFile(Sample("three-sheet-schematic.json"), {}, "schematic");
+    ASSERT_EQ(read.status, 0) << read.errorText;
+    EXPECT_TRUE(du::DynamicCast<SchematicData>(read.data));
+}
+
 } // namespace

@@ -44,6 +44,11 @@ public:
 
     // Kernel side: the loader's result. Null forgets the data.
     void SetEcadDesignData(du::SmartPtr<EcadDesignData> const& data);
+    // Kernel side: the kind of design ("schematic", ...) the file must hold, told by the scene
+    // that shows it; empty for any. The loader refuses a file of another kind. A design is
+    // shared by the scenes of one path, so the first scene that requires a kind decides it.
+    void RequireKind(std::string const& kind);
+    std::string GetRequiredKind() const;
 
 protected:
     void _OnDestroy() override;
@@ -55,6 +60,7 @@ private:
     bool const gerber_;
     mutable std::mutex mutex_;
     du::SmartPtr<EcadDesignData> data_;
+    std::string requiredKind_;
 };
 
 } // namespace qzk

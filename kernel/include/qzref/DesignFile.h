@@ -27,8 +27,10 @@ struct DesignReadResult {
     du::SmartPtr<qzk::EcadDesignData> data;
 };
 
-// Never throws. progress, when given, is called with 0..100 as the read goes on.
+// Never throws. progress, when given, is called with 0..100 as the read goes on. A file whose
+// "kind" is not requiredKind (when that is not empty) is not read: the wrong-kind result.
 DesignReadResult ReadDesignFile(std::string const& path,
-                                std::function<void(unsigned char)> const& progress = {});
+                                std::function<void(unsigned char)> const& progress = {},
+                                std::string const& requiredKind = {});
 
 } // namespace qzref

@@ -55,6 +55,18 @@ du::SmartPtr<EcadDesignData> EcadDesign::GetEcadDesignData() const {
     return data_;
 }
 
+void EcadDesign::RequireKind(std::string const& kind) {
+    std::lock_guard lock(mutex_);
+    if (requiredKind_.empty()) {
+        requiredKind_ = kind;
+    }
+}
+
+std::string EcadDesign::GetRequiredKind() const {
+    std::lock_guard lock(mutex_);
+    return requiredKind_;
+}
+
 void EcadDesign::SetEcadDesignData(du::SmartPtr<EcadDesignData> const& data) {
     du::SmartPtr<EcadDesignData> old;
     {

@@ -96,13 +96,15 @@ void Loader::Read(Job& job) {
         return;
     }
     // Throwing from the progress callback is the reader's way to stop early.
-    qzref::DesignReadResult result =
-        qzref::ReadDesignFile(job.design->GetURL().str(), [event](unsigned char percent) {
+    qzref::DesignReadResult result = qzref::ReadDesignFile(
+        job.design->GetURL().str(),
+        [event](unsigned char percent) {
             if (event->IsCanceled()) {
                 throw std::runtime_error("cancelled");
             }
             event->Progress(percent);
-        });
+        },
+        job.design->GetRequiredKind());
     // A cancelled load completed already and must leave the design as it was.
     if (event->IsCanceled()) {
         return;

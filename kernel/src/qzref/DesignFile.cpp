@@ -166,8 +166,9 @@ struct ReadError {
 // errors the JSON pointer of the offending value; ReadDesignFile turns it into the result.
 class Reader {
 public:
-    Reader(std::string path, std::function<void(unsigned char)> const& progress)
-        : path_(std::move(path)), progress_(progress) {}
+    Reader(std::string path, std::function<void(unsigned char)> const& progress,
+           std::string requiredKind)
+        : path_(std::move(path)), progress_(progress), requiredKind_(std::move(requiredKind)) {}
 
     DesignReadResult Read() {
         Progress(0);
@@ -375,6 +376,10 @@ private:
             Fail(kWrongKind, gerberName
                                  ? "a Gerber file must hold an \"overlay\", not a \"" + kind + "\""
                                  : "an \"overlay\" must be in a file with a Gerber extension");
+        }
+        if (!requiredKind_.empty() && kind != requiredKind_) {
+            throw ReadError{kWrongKind, path_ + ": /kind: a \"" + kind + "\" where a \"" +
+                                            requiredKind_ + "\" is wanted"};
         }
         return kind;
     }
@@ -826,6 +831,7 @@ private:
 
     std::string path_;
     std::function<void(unsigned char)> const& progress_;
+    std::string requiredKind_;
     int lastProgress_ = 0;
     bool started_ = false;
 };
@@ -833,10 +839,11 @@ private:
 } // namespace
 
 DesignReadResult ReadDesignFile(std::string const& path,
-                                std::function<void(unsigned char)> const& progress) {
+                                std::function<void(unsigned char)> const& progress,
+                                std::string const& requiredKind) {
     DesignReadResult out;
     try {
-        return Reader(path, progress).Read();
+        return Reader(path, progress, requiredKind).Read();
     } catch (ReadError const& error) {
         out.result = error.result;
         out.errorText = EscapeInvalidUtf8(error.text);

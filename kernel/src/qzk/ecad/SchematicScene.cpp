@@ -2,6 +2,7 @@
 
 #include "SceneMessages.h"
 #include "qzk/ClassType.h"
+#include "qzk/EcadDesign.h"
 #include "qzk/ViewableSource.h"
 #include "qzk/ecad/BaseSceneObserver.h"
 #include "qzk/ecad/SchematicAppearance.h"
@@ -43,6 +44,10 @@ SchematicScene::SchematicScene(du::SmartPtr<qzk::World> const& world,
     : Scene(world, instance, source) {
     (void)registered;
     (void)alias;
+    // A file that holds a board is refused by the loader instead of reaching a schematic scene.
+    if (du::SmartPtr<qzk::EcadDesign> design = _GetDesign(0)) {
+        design->RequireKind("schematic");
+    }
 }
 
 SchematicScene::~SchematicScene() = default;

@@ -1,0 +1,297 @@
+#include "schematic/SchematicScene.h"
+
+#include "dp/ReadWriteLock.h"
+#include "qzk/Kernel.h"
+#include "qzk/SelectionItem.h"
+#include "qzk/SelectionManager.h"
+#include "qzk/View.h"
+#include "qzk/ecad/BaseView.h"
+#include "qzk/ecad/SchematicData.h"
+#include "qzk/ecad/SchematicScene.h"
+#include "qzk/ecad/SchematicSceneObserver.h"
+#include "qzk/ecad/SchematicView.h"
+#include "qzk/ecad/SchematicViewObserver.h"
+#include "qzk/ecad/View.h"
+#include "qzkapp/QzkApp.h"
+#include "qzkapp/SceneManager.h"
+#include "qzplugin/PluginHandlerIf.h"
+#include "scene/SceneLink.h"
+#include "scene/SelectionChannels.h"
+#include "schematic/SchematicSceneObserver.h"
+
+namespace qzkapp::ecad {
+namespace {
+
+// Hears the kernel schematic scene. Only the group overlap colour concerns the API scene; the
+// kernel's other notices stay with the base class's handlers.
+class SchematicSceneObserver : public qzk::ecad::SchematicSceneObserver {
+public:
+    explicit SchematicSceneObserver(SchematicScene* scene) : scene_(scene) {}
+    ~SchematicSceneObserver() override { DetachFromMessageLoop(); }
+
+    bool RequiresBeginEnd() const override { return false; }
+    void DetachObserver() override { scene_.Cut(); }
+    void OnGroupOverlapColorChanged() override {
+        scene_.Call([](SchematicScene& scene) { scene.OnGroupOverlapColorChanged(); });
+    }
+    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
+
+private:
+    SceneLink<SchematicScene> scene_;
+};
+
+// The exported observer class of the same short name is hidden in this file by the private one.
+using KernelSceneObserver = SchematicSceneObserver;
+
+// Hears one schematic view and tells the application's scene manager and plug-in interface of
+// its focus, activation and status text. It knows no scene, so nothing has to cut it loose.
+class SchematicViewObserver : public qzk::ecad::SchematicViewObserver {
+public:
+    SchematicViewObserver(qzkapp::SceneManager* manager, du::SmartPtr<qzk::View> view)
+        : manager_(manager), view_(std::move(view)) {}
+    ~SchematicViewObserver() override { DetachFromMessageLoop(); }
+
+    bool RequiresBeginEnd() const override { return false; }
+    void DetachObserver() override {
+        if (auto* view = dynamic_cast<qzk::ecad::SchematicView*>(view_.Get())) {
+            view->UnregisterObserver(*this);
+        }
+    }
+    void OnViewFocus(bool focused) override {
+        if (focused) {
+            manager_->_SetFocus(view_);
+        } else {
+            manager_->_LostFocus(view_);
+        }
+    }
+    void OnViewActivate() override { manager_->SetActiveView(view_, false); }
+    void OnStatusMessage() override {
+        du::SmartPtr<qzplugin::PluginHandlerIf> pluginIf = qzkapp::QzkApp::Get()->GetPluginIf();
+        if (!pluginIf) {
+            return;
+        }
+        std::string text;
+        view_->GetStatusMessage(text);
+        pluginIf->SetStatusMessage(du::Symbol(text));
+    }
+    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
+
+private:
+    // The application's manager lives as long as the process.
+    qzkapp::SceneManager* manager_;
+    du::SmartPtr<qzk::View> view_;
+};
+
+unsigned int const kSchematicClassId = 163;
+unsigned int const kHighlightColor = 0x010000FF;
+bool const registered =
+    qzk::ClassType::RegisterClass(kSchematicClassId, {qzk::classid::Observable});
+
+} // namespace
+
+qzk::ClassType const SchematicScene::CLASS_TYPE(kSchematicClassId);
+
+SchematicScene::SchematicScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene)
+    : Scene(kernelScene, kHighlightColor), SchSceneHelper() {
+    (void)registered;
+}
+
+// The scene observer's link is cut with the scene's others (BaseScene).
+SchematicScene::~SchematicScene() = default;
+
+qzk::ClassType const& SchematicScene::GetClassType() const {
+    return CLASS_TYPE;
+}
+
+qzk::ecad::SchematicScene* SchematicScene::_GetSchematicKernelScene() const {
+    return dynamic_cast<qzk::ecad::SchematicScene*>(kernelScene.Get());
+}
+
+unsigned char SchematicScene::GetBaseEventId() {
+    return Scene::GetNextEventId();
+}
+unsigned char SchematicScene::PAGE_CHANGED_EVENT() {
+    return GetBaseEventId();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Life
+
+void SchematicScene::Init() {
+    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
+    // A barrier only: whoever is inside the scene finishes first. Unlike the board, what follows
+    // runs without the lock.
+    { dp::WriteLocker barrier(GetRWLock()); }
+    sceneObserver = new KernelSceneObserver(this);
+    if (kernel) {
+        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
+    }
+    if (qzk::ecad::SchematicScene* schematic = _GetSchematicKernelScene()) {
+        schematic->RegisterObserver(*sceneObserver);
+    }
+    Scene::Init();
+}
+
+void SchematicScene::_OnDestroy() {
+    { dp::WriteLocker barrier(GetRWLock()); }
+    if (sceneObserver) {
+        if (qzk::ecad::SchematicScene* schematic = _GetSchematicKernelScene()) {
+            schematic->UnregisterObserver(*sceneObserver);
+        }
+        // A notice queued before the unregistering finds the link cut (OnDestroyQzkScene).
+        sceneObserver = nullptr;
+    }
+    if (kernelScene) {
+        // The kernel scene holds a reference of its own while it ends us.
+        kernelScene->SetApiScene(nullptr);
+    }
+    Scene::OnDestroyQzkScene();
+    kernelScene = nullptr;
+}
+
+void SchematicScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
+    du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
+    du::SmartPtr<SchematicViewObserver> observer(new SchematicViewObserver(manager.Get(), view));
+    if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
+        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
+    }
+    if (auto* schematic = dynamic_cast<qzk::ecad::SchematicView*>(view.Get())) {
+        schematic->RegisterObserver(*observer);
+    }
+    if (auto* ecadView = dynamic_cast<qzk::ecad::BaseView*>(view.Get())) {
+        ecadView->FitView();
+    }
+}
+
+void SchematicScene::OnDesignLoaded() {
+    dp::WriteLocker lock(GetRWLock());
+    Scene::OnDesignLoaded();
+    auto const* schematic = dynamic_cast<qzk::ecad::SchematicData const*>(designData.Get());
+    if (schematic == nullptr) {
+        return;
+    }
+    viewStates.resize(schematic->GetNumSheets());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Observers
+
+bool SchematicScene::RegisterObserver(qzkapp::ecad::SchematicSceneObserver& observer) {
+    return _RegisterSceneObserver(this, observer);
+}
+
+bool SchematicScene::UnregisterObserver(qzkapp::ecad::SchematicSceneObserver& observer) {
+    return _UnregisterSceneObserver(observer);
+}
+
+void SchematicScene::_InitObserver(qzkapp::ecad::SchematicSceneObserver& observer) {
+    // A failed load is told too; only a loaded design has a draw order to tell.
+    observer.OnDesignLoaded(loadError, loadErrorText);
+    if (designData) {
+        observer.OnDrawOrderChanged();
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Sheets
+
+void SchematicScene::UpdateCurrentViewState(du::SmartPtr<qzk::ecad::BaseView> const& view,
+                                            unsigned int page) {
+    dp::WriteLocker lock(GetRWLock());
+    SheetViewStateHolder::UpdateCurrentViewState(view, page);
+}
+
+void SchematicScene::PageNav(short page, du::SmartPtr<qzk::ecad::BaseView> const& view) {
+    dp::WriteLocker lock(GetRWLock());
+    SheetViewStateHolder::PageNav(page, view);
+    // The crosshair shows only on the sheet of the object it marks.
+    if (auto* ecadView = dynamic_cast<qzk::ecad::View*>(view.Get())) {
+        ecadView->SetCrosshairVisibility(crosshairObject != nullptr && selectCrossHair &&
+                                         crosshairSheet == ecadView->GetCurrentPage());
+    }
+}
+
+void SchematicScene::PreviewPageNav(short page, du::SmartPtr<qzk::ecad::BaseView> const& view) {
+    dp::WriteLocker lock(GetRWLock());
+    SheetViewStateHolder::PreviewPageNav(page, view);
+}
+
+unsigned int SchematicScene::GetCurrentPage() const {
+    dp::ReadLocker lock(GetRWLock());
+    return currentPage;
+}
+
+void SchematicScene::SetLastPreviewOp(short page) {
+    dp::WriteLocker lock(GetRWLock());
+    lastPreviewOp = page;
+}
+
+void SchematicScene::PostPageChangedEvent() {
+    _PostEvent(PAGE_CHANGED_EVENT(), currentPage);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Sublayer colours
+
+void SchematicScene::LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) {
+    BaseScene::LoadColorVisInfo(op);
+    dp::WriteLocker lock(GetRWLock());
+    if (_LoadColorVisInfo(designData, op)) {
+        _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+    }
+}
+
+void SchematicScene::GetSublayerColorVisInfo(SublayerMap& out) const {
+    dp::ReadLocker lock(GetRWLock());
+    SchSceneHelper::GetSublayerColorVisInfo(out);
+}
+
+void SchematicScene::SetSublayerColorVisInfo(SublayerMap const& map,
+                                             du::SmartPtr<qzk::Operation> const& op,
+                                             ChangeSource source) {
+    dp::WriteLocker lock(GetRWLock());
+    SchSceneHelper::SetSublayerColorVisInfo(map, op, source);
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+}
+
+void SchematicScene::ApplySublayerColorVisInfo(SublayerMap const& map,
+                                               du::SmartPtr<qzk::Operation> const& op) {
+    dp::WriteLocker lock(GetRWLock());
+    _AppySublayerColorVisInfo(map, op);
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+}
+
+void SchematicScene::SetSublayerColorVisInfoToQzkScene(SublayerMap const& map) const {
+    if (qzk::ecad::SchematicScene* schematic = _GetSchematicKernelScene()) {
+        schematic->SetSublayerColorVisInfo(map);
+    }
+}
+
+void SchematicScene::GetDefaultDrawOrder(std::vector<short>& out) const {
+    dp::ReadLocker lock(GetRWLock());
+    _GetDefaultDrawOrder(designData, out);
+}
+
+wchar_t const* SchematicScene::GetLayerName(short layer) const {
+    dp::ReadLocker lock(GetRWLock());
+    return _GetLayerName(designData, layer);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Selection
+
+void SchematicScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {
+    dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        return;
+    }
+    du::SmartPtr<qzk::SelectionManager> selectionManager;
+    kernelScene->GetSelectionManager(selectionManager);
+    if (selectionManager) {
+        selectionManager->ApplyItems(kSelectionChannel, items, qzk::SelectionManager::replace);
+    }
+    OnSelectionChanged(kSelectionChannel, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(),
+                       items);
+}
+
+} // namespace qzkapp::ecad
