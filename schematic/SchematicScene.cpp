@@ -122,7 +122,7 @@ void SchematicScene::Init() {
     // A barrier only: whoever is inside the scene finishes first. Unlike the board, what follows
     // runs without the lock.
     { dp::WriteLocker barrier(GetRWLock()); }
-    sceneObserver = new KernelSceneObserver(this);
+    sceneObserver = du::MakeCounted<KernelSceneObserver>(this);
     if (kernel) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
     }
@@ -151,7 +151,7 @@ void SchematicScene::_OnDestroy() {
 
 void SchematicScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
     du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
-    du::SmartPtr<SchematicViewObserver> observer(new SchematicViewObserver(manager.Get(), view));
+    auto observer = du::MakeCounted<SchematicViewObserver>(manager.Get(), view);
     if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
         kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
     }

@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(cmake make g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
     libcli11-dev libcairo2-dev)
 # Clang builds the project too, and its runtime libraries carry libFuzzer (scripts/fuzz.sh).
-packages+=(clang libclang-rt-dev)
+packages+=(clang clang-tidy libclang-rt-dev)
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -23,6 +23,7 @@
 #include <mutex>
 #include <string>
 #include <vector>
+#include "qzref/Inspect.h"
 
 namespace qztest {
 
@@ -72,7 +73,7 @@ protected:
     void TearDown() override {
         qzref::LoaderControl::SetHolding(false);
         for (auto const& scene : scenes_) {
-            scene->DestroyScene();
+            qzref::Inspect(*scene).DestroyScene();
         }
         scenes_.clear();
         qzref::Messages::PumpUntilIdle();

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <functional>
 #include <stdexcept>
+#include "qzref/Inspect.h"
 
 namespace qztest {
 namespace {
@@ -41,7 +42,7 @@ std::vector<std::string> Portrait(qzkapp::ecad::SchematicScene& api,
         out.push_back("sublayer " + std::to_string(handle) + " " + std::to_string(info.color) +
                       (info.visible ? " shown" : " hidden"));
     }
-    out.push_back(kernel.GetSublayerColorVisInfo().size() == Own(api).size() ? "kernel has map"
+    out.push_back(qzref::Inspect(kernel).GetSublayerColorVisInfo().size() == Own(api).size() ? "kernel has map"
                                                                              : "kernel differs");
     std::vector<short> order;
     api.GetDefaultDrawOrder(order);
@@ -92,7 +93,7 @@ TEST_F(SchematicTest, TheLoadedDesignGivesEveryLayerItsDefaultAndTheLayerQueries
         EXPECT_EQ(info.color, expected.color) << handle;
         EXPECT_EQ(info.visible, expected.IsVisible()) << handle;
     }
-    EXPECT_TRUE(SameMaps(scene->GetSublayerColorVisInfo(), map));
+    EXPECT_TRUE(SameMaps(qzref::Inspect(*scene).GetSublayerColorVisInfo(), map));
 
     // The order is the display table's, not the handles': only layers with content appear.
     std::vector<short> order;
@@ -133,12 +134,12 @@ TEST_F(SchematicTest, AColourStepUndoneTwiceSwapsBackEachTimeAndPostsUndo) {
     qzk::RecordOperation(op);
 
     ASSERT_TRUE(qzref::UndoControl::Undo());
-    EXPECT_TRUE(SameMaps(scene->GetSublayerColorVisInfo(), before));
+    EXPECT_TRUE(SameMaps(qzref::Inspect(*scene).GetSublayerColorVisInfo(), before));
     ASSERT_TRUE(qzref::UndoControl::Redo());
     EXPECT_TRUE(SameMaps(Own(*api), changed));
     ASSERT_TRUE(qzref::UndoControl::Undo());
     EXPECT_TRUE(SameMaps(Own(*api), before));
-    EXPECT_TRUE(SameMaps(scene->GetSublayerColorVisInfo(), before));
+    EXPECT_TRUE(SameMaps(qzref::Inspect(*scene).GetSublayerColorVisInfo(), before));
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder->Take(), (std::vector<std::string>{"SublayerCV 9", "SublayerCV 3",
                                                           "SublayerCV 3", "SublayerCV 3"}));
@@ -155,7 +156,7 @@ TEST_F(SchematicTest, AColourStepUndoneTwiceSwapsBackEachTimeAndPostsUndo) {
     EXPECT_EQ(applied.count(99), 0u);
     EXPECT_EQ(applied.at(7).color, 0x01ABCDEFu);
     EXPECT_EQ(applied.size(), before.size());
-    EXPECT_TRUE(SameMaps(scene->GetSublayerColorVisInfo(), applied));
+    EXPECT_TRUE(SameMaps(qzref::Inspect(*scene).GetSublayerColorVisInfo(), applied));
     Messages::PumpUntilIdle();
     EXPECT_EQ(recorder->Take(), (std::vector<std::string>{"SublayerCV 1", "SublayerCV 1"}));
 
