@@ -18,6 +18,7 @@
 #include "qzkapp/QzkApp.h"
 #include "qzkapp/SceneManager.h"
 #include "qzplugin/PluginHandlerIf.h"
+#include "scene/SceneForwarders.h"
 #include "scene/SceneLink.h"
 #include "scene/SelectionChannels.h"
 #include "scene/StepRecording.h"
@@ -25,65 +26,11 @@
 namespace qzkapp::ecad {
 namespace {
 
-// Hears the kernel board scene. Only the group overlap colour concerns the API scene; the
-// kernel's other notices stay with the base class's handlers.
-class PCBSceneObserver : public qzk::ecad::PCBSceneObserver {
-public:
-    explicit PCBSceneObserver(PCBScene* scene) : scene_(scene) {}
-    ~PCBSceneObserver() override { DetachFromMessageLoop(); }
-
-    bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override { scene_.Cut(); }
-    void OnGroupOverlapColorChanged() override {
-        scene_.Call([](PCBScene& scene) { scene.OnGroupOverlapColorChanged(); });
-    }
-    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
-
-private:
-    SceneLink<PCBScene> scene_;
-};
-
-// The exported observer class of the same short name is hidden in this file by the private one.
+// The kernel scene's observer; the exported observer class of the same short name is hidden in
+// this file by the private one.
+using PCBSceneObserver = GroupOverlapForwarder<qzk::ecad::PCBSceneObserver, PCBScene>;
 using KernelSceneObserver = PCBSceneObserver;
-
-// Hears one board view and tells the application's scene manager and plug-in interface of its
-// focus, activation and status text. It knows no scene, so nothing has to cut it loose.
-class PCBViewObserver : public qzk::ecad::PCBViewObserver {
-public:
-    PCBViewObserver(qzkapp::SceneManager* manager, du::SmartPtr<qzk::View> view)
-        : manager_(manager), view_(std::move(view)) {}
-    ~PCBViewObserver() override { DetachFromMessageLoop(); }
-
-    bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override {
-        if (auto* view = dynamic_cast<qzk::ecad::PCBView*>(view_.Get())) {
-            view->UnregisterObserver(*this);
-        }
-    }
-    void OnViewFocus(bool focused) override {
-        if (focused) {
-            manager_->_SetFocus(view_);
-        } else {
-            manager_->_LostFocus(view_);
-        }
-    }
-    void OnViewActivate() override { manager_->SetActiveView(view_, false); }
-    void OnStatusMessage() override {
-        du::SmartPtr<qzplugin::PluginHandlerIf> pluginIf = qzkapp::QzkApp::Get()->GetPluginIf();
-        if (!pluginIf) {
-            return;
-        }
-        std::string text;
-        view_->GetStatusMessage(text);
-        pluginIf->SetStatusMessage(du::Symbol(text));
-    }
-    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
-
-private:
-    // The application's manager lives as long as the process.
-    qzkapp::SceneManager* manager_;
-    du::SmartPtr<qzk::View> view_;
-};
+using PCBViewObserver = ViewForwarder<qzk::ecad::PCBViewObserver, qzk::ecad::PCBView>;
 
 unsigned int const kBoardClassId = 162;
 unsigned int const kHighlightColor = 0x01FFFFFF;

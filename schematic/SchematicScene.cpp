@@ -15,6 +15,7 @@
 #include "qzkapp/QzkApp.h"
 #include "qzkapp/SceneManager.h"
 #include "qzplugin/PluginHandlerIf.h"
+#include "scene/SceneForwarders.h"
 #include "scene/SceneLink.h"
 #include "scene/SelectionChannels.h"
 #include "schematic/SchematicSceneObserver.h"
@@ -22,65 +23,13 @@
 namespace qzkapp::ecad {
 namespace {
 
-// Hears the kernel schematic scene. Only the group overlap colour concerns the API scene; the
-// kernel's other notices stay with the base class's handlers.
-class SchematicSceneObserver : public qzk::ecad::SchematicSceneObserver {
-public:
-    explicit SchematicSceneObserver(SchematicScene* scene) : scene_(scene) {}
-    ~SchematicSceneObserver() override { DetachFromMessageLoop(); }
-
-    bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override { scene_.Cut(); }
-    void OnGroupOverlapColorChanged() override {
-        scene_.Call([](SchematicScene& scene) { scene.OnGroupOverlapColorChanged(); });
-    }
-    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
-
-private:
-    SceneLink<SchematicScene> scene_;
-};
-
-// The exported observer class of the same short name is hidden in this file by the private one.
+// The kernel scene's observer; the exported observer class of the same short name is hidden in
+// this file by the private one.
+using SchematicSceneObserver =
+    GroupOverlapForwarder<qzk::ecad::SchematicSceneObserver, SchematicScene>;
 using KernelSceneObserver = SchematicSceneObserver;
-
-// Hears one schematic view and tells the application's scene manager and plug-in interface of
-// its focus, activation and status text. It knows no scene, so nothing has to cut it loose.
-class SchematicViewObserver : public qzk::ecad::SchematicViewObserver {
-public:
-    SchematicViewObserver(qzkapp::SceneManager* manager, du::SmartPtr<qzk::View> view)
-        : manager_(manager), view_(std::move(view)) {}
-    ~SchematicViewObserver() override { DetachFromMessageLoop(); }
-
-    bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override {
-        if (auto* view = dynamic_cast<qzk::ecad::SchematicView*>(view_.Get())) {
-            view->UnregisterObserver(*this);
-        }
-    }
-    void OnViewFocus(bool focused) override {
-        if (focused) {
-            manager_->_SetFocus(view_);
-        } else {
-            manager_->_LostFocus(view_);
-        }
-    }
-    void OnViewActivate() override { manager_->SetActiveView(view_, false); }
-    void OnStatusMessage() override {
-        du::SmartPtr<qzplugin::PluginHandlerIf> pluginIf = qzkapp::QzkApp::Get()->GetPluginIf();
-        if (!pluginIf) {
-            return;
-        }
-        std::string text;
-        view_->GetStatusMessage(text);
-        pluginIf->SetStatusMessage(du::Symbol(text));
-    }
-    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
-
-private:
-    // The application's manager lives as long as the process.
-    qzkapp::SceneManager* manager_;
-    du::SmartPtr<qzk::View> view_;
-};
+using SchematicViewObserver =
+    ViewForwarder<qzk::ecad::SchematicViewObserver, qzk::ecad::SchematicView>;
 
 unsigned int const kSchematicClassId = 163;
 unsigned int const kHighlightColor = 0x010000FF;
