@@ -7,7 +7,7 @@
 int main() {
     // An exported class of the layer, over a kernel record: both libraries must resolve.
     qzkapp::ecad::SearchQueryInfo info;
-    info.SetDlgLastConfig(new queryinterface::SimpleQuery("U*"));
+    info.SetDlgLastConfig(du::MakeCounted<queryinterface::SimpleQuery>("U*"));
     du::SmartPtr<du::RefCounted> factory;
     bool const made = QZDllCreateComponent("qzapi", nullptr, "sceneapifactory", &factory);
     std::printf("consumer: query \"%s\", factory %s\n", info.GetDlgLastConfig()->text.c_str(),
