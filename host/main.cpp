@@ -254,9 +254,7 @@ int RunWithLayer(Options const& options) {
     return status;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
     CLI::App app{"qzhost: drives the qzecad scene layer the way a viewer does"};
     app.set_version_flag("--version", std::string("qzhost ") + QZ_VERSION);
     app.require_subcommand(1, 1);
@@ -287,9 +285,19 @@ int main(int argc, char** argv) {
     if (options.design.empty()) {
         return Fail("the design path is empty");
     }
+    return RunWithLayer(options);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // Whatever escapes still ends with one line that says why.
     try {
-        return RunWithLayer(options);
+        return Run(argc, argv);
     } catch (std::exception const& e) {
-        return Fail(e.what());
+        std::fprintf(stderr, "qzhost: %s\n", e.what());
+    } catch (...) {
+        std::fprintf(stderr, "qzhost: an unexpected error\n");
     }
+    return 1;
 }
