@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <string>
 #include <vector>
 
@@ -77,16 +78,16 @@ protected:
 TEST_F(AnnoSetTest, ObserverHearsEveryChangeInOrderAndOnlyWhenPumped) {
     RecordingSetObserver observer;
     ASSERT_TRUE(set->RegisterObserver(observer));
-    set->NotifyInitialized();
-    set->AddAnnotation(a);
-    set->AddAnnotation(b, 0);
-    set->ChangeAnnotation(a, true);
-    set->ChangeAnnotation(b, false);
+    qzref::Inspect(*set).NotifyInitialized();
+    qzref::Inspect(*set).AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(b, 0);
+    qzref::Inspect(*set).ChangeAnnotation(a, true);
+    qzref::Inspect(*set).ChangeAnnotation(b, false);
     EXPECT_TRUE(set->RemoveAnnotationFromSet(b, nullptr));
-    set->AddAuxiliaryData({du::Symbol("mode"), "compare"});
-    set->RemoveAuxiliaryData(du::Symbol("mode"));
-    set->DeleteAnnotation(a, nullptr);
-    set->NotifyAllAnnotationsApplied();
+    qzref::Inspect(*set).AddAuxiliaryData({du::Symbol("mode"), "compare"});
+    qzref::Inspect(*set).RemoveAuxiliaryData(du::Symbol("mode"));
+    qzref::Inspect(*set).DeleteAnnotation(a, nullptr);
+    qzref::Inspect(*set).NotifyAllAnnotationsApplied();
     EXPECT_TRUE(observer.lines.empty());
 
     Messages::PumpUntilIdle();
@@ -102,7 +103,7 @@ TEST_F(AnnoSetTest, ObserverHearsEveryChangeInOrderAndOnlyWhenPumped) {
                                                "deleted 1",
                                                "applied"};
     EXPECT_EQ(observer.lines, expected);
-    EXPECT_EQ(set->GetAnnotationCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*set).GetAnnotationCount(), 0u);
     EXPECT_EQ(b->GetAnnoSet(), nullptr);
 }
 
@@ -110,15 +111,15 @@ TEST_F(AnnoSetTest, RefusedChangesTellNobody) {
     RecordingSetObserver observer;
     ASSERT_TRUE(set->RegisterObserver(observer));
     auto other = qzk::AnnoSet::Create();
-    other->AddAnnotation(c);
-    EXPECT_FALSE(set->AddAnnotation(c)) << "an annotation belongs to one set";
-    EXPECT_FALSE(set->AddAnnotation(nullptr));
-    EXPECT_FALSE(set->ChangeAnnotation(c, true));
+    qzref::Inspect(*other).AddAnnotation(c);
+    EXPECT_FALSE(qzref::Inspect(*set).AddAnnotation(c)) << "an annotation belongs to one set";
+    EXPECT_FALSE(qzref::Inspect(*set).AddAnnotation(nullptr));
+    EXPECT_FALSE(qzref::Inspect(*set).ChangeAnnotation(c, true));
     EXPECT_FALSE(set->RemoveAnnotationFromSet(c, nullptr));
-    EXPECT_FALSE(set->RemoveAuxiliaryData(du::Symbol("none")));
+    EXPECT_FALSE(qzref::Inspect(*set).RemoveAuxiliaryData(du::Symbol("none")));
     Messages::PumpUntilIdle();
     EXPECT_TRUE(observer.lines.empty());
-    EXPECT_EQ(other->GetAnnotationCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*other).GetAnnotationCount(), 1u);
 }
 
 // The scenes let go of their annotation observer with qzk::Observer::Unregister, not through the
@@ -127,18 +128,18 @@ TEST_F(AnnoSetTest, AnObserverThatUnregistersItselfHearsNoMore) {
     RecordingSetObserver observer;
     ASSERT_TRUE(set->RegisterObserver(observer));
     EXPECT_FALSE(set->RegisterObserver(observer));
-    set->AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(a);
     ASSERT_TRUE(observer.Unregister());
-    set->AddAnnotation(b);
+    qzref::Inspect(*set).AddAnnotation(b);
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer.lines, (std::vector<std::string>{"added 1 -1"}));
     EXPECT_EQ(set->GetObserverCount(), 0u);
 }
 
 TEST_F(AnnoSetTest, VisitFollowsSetOrderEitherWayAndStopsOnFalse) {
-    set->AddAnnotation(a);
-    set->AddAnnotation(c);
-    set->AddAnnotation(b, 1);
+    qzref::Inspect(*set).AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(c);
+    qzref::Inspect(*set).AddAnnotation(b, 1);
     CollectingVisitor forward(false, 99);
     set->Visit(forward);
     EXPECT_EQ(forward.ids, (std::vector<uint64>{1, 2, 3}));
@@ -162,20 +163,20 @@ TEST_F(AnnoSetTest, VisitorMayRemoveWhatItVisits) {
         qzk::AnnoSet& set;
         int visited = 0;
     };
-    set->AddAnnotation(a);
-    set->AddAnnotation(b);
+    qzref::Inspect(*set).AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(b);
     Remover remover(*set);
     set->Visit(remover);
     EXPECT_EQ(remover.visited, 2);
-    EXPECT_EQ(set->GetAnnotationCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*set).GetAnnotationCount(), 0u);
 }
 
 TEST_F(AnnoSetTest, GetAnnotationByTypeMatchesIdAndClassAndClearsOutOnMiss) {
     qzk::ecad::ImageAnnotation::Params params;
     params.id = 7;
     auto image = qzk::ecad::ImageAnnotation::Create(params);
-    set->AddAnnotation(a);
-    set->AddAnnotation(image);
+    qzref::Inspect(*set).AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(image);
 
     du::SmartPtr<qzk::Annotation> out = b;
     EXPECT_FALSE(set->GetAnnotationByType(qzk::classid::Annotation, 99, out));
@@ -192,9 +193,9 @@ TEST_F(AnnoSetTest, GetAnnotationByTypeMatchesIdAndClassAndClearsOutOnMiss) {
 }
 
 TEST_F(AnnoSetTest, RemovalWithOperationIsUndoneAtItsOldPlace) {
-    set->AddAnnotation(a);
-    set->AddAnnotation(b);
-    set->AddAnnotation(c);
+    qzref::Inspect(*set).AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(b);
+    qzref::Inspect(*set).AddAnnotation(c);
     du::SmartPtr<qzk::Operation> op(new qzk::Operation("Remove", nullptr, true));
     ASSERT_TRUE(set->RemoveAnnotationFromSet(b, op));
     ASSERT_EQ(op->GetStepCount(), 1u);
@@ -203,15 +204,17 @@ TEST_F(AnnoSetTest, RemovalWithOperationIsUndoneAtItsOldPlace) {
     ASSERT_TRUE(set->RegisterObserver(observer));
 
     step->Undo();
-    EXPECT_EQ(set->GetAnnotations(), (std::vector<du::SmartPtr<qzk::Annotation>>{a, b, c}));
+    EXPECT_EQ(qzref::Inspect(*set).GetAnnotations(),
+              (std::vector<du::SmartPtr<qzk::Annotation>>{a, b, c}));
     step->Redo();
-    EXPECT_EQ(set->GetAnnotations(), (std::vector<du::SmartPtr<qzk::Annotation>>{a, c}));
+    EXPECT_EQ(qzref::Inspect(*set).GetAnnotations(),
+              (std::vector<du::SmartPtr<qzk::Annotation>>{a, c}));
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer.lines, (std::vector<std::string>{"added 2 1", "removed 2"}));
 }
 
 TEST_F(AnnoSetTest, ShowAndHideNotifyOnlyWhenAskedAndUndoRestoresVisibility) {
-    set->AddAnnotation(a);
+    qzref::Inspect(*set).AddAnnotation(a);
     RecordingSetObserver observer;
     ASSERT_TRUE(set->RegisterObserver(observer));
     a->Hide(false, nullptr, false);
@@ -240,9 +243,10 @@ TEST_F(AnnoSetTest, SelectionCallsAreJournalledAndKept) {
         "ann.SetSelected(true, null)", "ann.Hide(false, null, true)", "ann.OnSelectedInScene(null)",
         "ann.OnDeselectedInScene(null)"};
     EXPECT_EQ(qzref::Journal::Since(mark), expected);
-    EXPECT_FALSE(a->IsSelected()) << "a hide that deselects takes the selection away";
-    EXPECT_EQ(a->GetSelectedInSceneCount(), 1u);
-    EXPECT_EQ(a->GetDeselectedInSceneCount(), 1u);
+    EXPECT_FALSE(qzref::Inspect(*a).IsSelected())
+        << "a hide that deselects takes the selection away";
+    EXPECT_EQ(qzref::Inspect(*a).GetSelectedInSceneCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*a).GetDeselectedInSceneCount(), 1u);
 }
 
 } // namespace

@@ -327,8 +327,8 @@ TEST_F(EcadScene, CrosshairCallsAreStoredAndToldWithTheWholeState) {
     view->SetCrosshairObject(&objects[2]);
     view->SetCrosshairPosition(dg::DPoint2D(1.5, -2.25));
     view->SetCrosshairVisibility(true);
-    EXPECT_TRUE(view->GetCrosshairVisibility());
-    EXPECT_EQ(view->GetCrosshairObject(), &objects[2]);
+    EXPECT_TRUE(qzref::Inspect(*view).GetCrosshairVisibility());
+    EXPECT_EQ(qzref::Inspect(*view).GetCrosshairObject(), &objects[2]);
     qzref::Messages::PumpUntilIdle();
     EXPECT_EQ(recorder.calls, 3);
     EXPECT_TRUE(recorder.last.visible);

@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <cmath>
 #include <string>
 #include <vector>
@@ -132,22 +133,23 @@ TEST_F(SceneViewTest, PagesStayWithinThePageCount) {
     auto view = qzk::View2D::Create(*scene, 3);
     EXPECT_TRUE(view->StorePage(2));
     EXPECT_FALSE(view->StorePage(3));
-    EXPECT_EQ(view->GetPage(), 2u);
+    EXPECT_EQ(qzref::Inspect(*view).GetPage(), 2u);
     view->StoreNumPages(2);
-    EXPECT_EQ(view->GetPage(), 1u) << "a page that falls off moves to the last page";
+    EXPECT_EQ(qzref::Inspect(*view).GetPage(), 1u)
+        << "a page that falls off moves to the last page";
     view->StoreNumPages(0);
-    EXPECT_EQ(view->GetNumPages(), 1u);
-    EXPECT_EQ(view->GetPage(), 0u);
+    EXPECT_EQ(qzref::Inspect(*view).GetNumPages(), 1u);
+    EXPECT_EQ(qzref::Inspect(*view).GetPage(), 0u);
 }
 
 TEST_F(SceneViewTest, ViewObserverHearsFocusActivationAndStatusInOrderAfterThePost) {
     auto view = qzk::View2D::Create(*scene, 1);
     RecordingViewObserver observer(view.Get());
     ASSERT_TRUE(view->RegisterObserver(observer));
-    view->NotifyFocus(true);
-    view->NotifyActivate();
-    view->PostStatusMessage("12 items");
-    view->NotifyFocus(false);
+    qzref::Inspect(*view).NotifyFocus(true);
+    qzref::Inspect(*view).NotifyActivate();
+    qzref::Inspect(*view).PostStatusMessage("12 items");
+    qzref::Inspect(*view).NotifyFocus(false);
     EXPECT_TRUE(observer.lines.empty());
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer.lines,
@@ -160,7 +162,7 @@ TEST_F(SceneViewTest, ClosingAViewDetachesItsObservers) {
     ASSERT_TRUE(view->RegisterObserver(observer));
     scene->RemoveView(view);
     EXPECT_EQ(observer.lines, (std::vector<std::string>{"detached"}));
-    view->NotifyActivate();
+    qzref::Inspect(*view).NotifyActivate();
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer.lines.size(), 1u);
 }
@@ -193,7 +195,7 @@ TEST_F(SceneViewTest, AClosedSceneLeavesNoPoolBlocksBehind) {
         auto set = qzk::AnnoSet::Create();
         closing->SetAnnoSet(set);
         auto annotation = qzk::Annotation::Create(1);
-        set->AddAnnotation(annotation);
+        qzref::Inspect(*set).AddAnnotation(annotation);
         annotation->SetSelected(true, du::SmartPtr<qzk::View>(view.Get()));
         closing->Destroy();
     }

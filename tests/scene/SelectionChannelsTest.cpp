@@ -246,17 +246,17 @@ TEST_F(SelectionChannels, OverlaysAndAnnotationsAnswerInTheirOwnWays) {
     Channel(0, false, {},
             {du::SmartPtr<qzk::SelectionItem>(new qzk::ObjectSelectionItem(inBoardView)),
              du::SmartPtr<qzk::SelectionItem>(new qzk::ObjectSelectionItem(nowhere))});
-    EXPECT_EQ(inBoardView->GetSelectedView().Get(), boardView.Get());
-    EXPECT_EQ(inBoardView->GetSelectedInSceneCount(), 1u);
-    EXPECT_FALSE(nowhere->IsSelected());
-    EXPECT_EQ(nowhere->GetSelectedInSceneCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*inBoardView).GetSelectedView().Get(), boardView.Get());
+    EXPECT_EQ(qzref::Inspect(*inBoardView).GetSelectedInSceneCount(), 1u);
+    EXPECT_FALSE(qzref::Inspect(*nowhere).IsSelected());
+    EXPECT_EQ(qzref::Inspect(*nowhere).GetSelectedInSceneCount(), 0u);
     // A clear deselects in view 0 whatever view the annotation was selected in.
     qzref::Journal::Clear();
     Channel(0, true, {}, {});
-    EXPECT_FALSE(inBoardView->IsSelected());
+    EXPECT_FALSE(qzref::Inspect(*inBoardView).IsSelected());
     EXPECT_EQ(Calls({"SetSelected"}),
               Lines{"SetSelected(false, " + std::string(plain->GetObjectName().str()) + ")"});
-    EXPECT_EQ(inBoardView->GetDeselectedInSceneCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*inBoardView).GetDeselectedInSceneCount(), 1u);
 }
 
 TEST_F(SelectionChannels, HighlightOperationsWriteRecordAndPostInTheirOrder) {

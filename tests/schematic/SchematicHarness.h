@@ -19,11 +19,11 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <algorithm>
 #include <mutex>
 #include <string>
 #include <vector>
-#include "qzref/Inspect.h"
 
 namespace qztest {
 
@@ -113,7 +113,7 @@ protected:
         view->StoreLocation(dg::Location(dg::DPoint2D(x, 0.0), width));
         view->SetOrthoWidth(width);
     }
-    static double CentreX(View const& view) { return view->GetLocation().center.x; }
+    static double CentreX(View const& view) { return qzref::Inspect(*view).GetLocation().center.x; }
     static double Width(View const& view) {
         double width = 0.0;
         view->GetOrthoWidth(width);

@@ -8,11 +8,11 @@
 #include "qzk/ecad/SublayerEcad.h"
 #include "schematic/ColorVisSublayerOperationStep.h"
 
+#include "qzref/Inspect.h"
 #include <cstdio>
 #include <fstream>
 #include <functional>
 #include <stdexcept>
-#include "qzref/Inspect.h"
 
 namespace qztest {
 namespace {
@@ -42,8 +42,9 @@ std::vector<std::string> Portrait(qzkapp::ecad::SchematicScene& api,
         out.push_back("sublayer " + std::to_string(handle) + " " + std::to_string(info.color) +
                       (info.visible ? " shown" : " hidden"));
     }
-    out.push_back(qzref::Inspect(kernel).GetSublayerColorVisInfo().size() == Own(api).size() ? "kernel has map"
-                                                                             : "kernel differs");
+    out.push_back(qzref::Inspect(kernel).GetSublayerColorVisInfo().size() == Own(api).size()
+                      ? "kernel has map"
+                      : "kernel differs");
     std::vector<short> order;
     api.GetDefaultDrawOrder(order);
     for (short layer : order) {

@@ -4,6 +4,7 @@
 
 #include "qzk/EcadDesign.h"
 #include "qzk/ecad/SchematicData.h"
+#include "qzref/Inspect.h"
 
 namespace qztest {
 namespace {
@@ -39,19 +40,19 @@ protected:
 
 TEST_F(SheetNavigationTest, ASheetNeverVisitedIsFittedAndAFormerSheetComesBackAsItWasLeft) {
     // The new view was fitted once when the scene heard of it.
-    EXPECT_EQ(view_->GetFitCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetFitCount(), 1u);
     Place(view_, 5.0, 40.0);
 
     api_->PageNav(2, Base(view_));
-    EXPECT_EQ(view_->GetPage(), 2u);
-    EXPECT_EQ(view_->GetFitCount(), 2u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetPage(), 2u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetFitCount(), 2u);
     Place(view_, -7.0, 10.0);
 
     api_->PageNav(0, Base(view_));
-    EXPECT_EQ(view_->GetPage(), 0u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetPage(), 0u);
     EXPECT_EQ(CentreX(view_), 5.0);
     EXPECT_EQ(Width(view_), 40.0);
-    EXPECT_EQ(view_->GetFitCount(), 2u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetFitCount(), 2u);
 
     api_->PageNav(2, Base(view_));
     EXPECT_EQ(CentreX(view_), -7.0);
@@ -64,7 +65,7 @@ TEST_F(SheetNavigationTest, GoingToTheSheetOnViewPostsWithoutMovingTheView) {
     std::size_t const mark = Journal::Size();
     api_->PageNav(0, Base(view_));
     EXPECT_EQ(Events(), (std::vector<std::string>{"Page 0"}));
-    EXPECT_EQ(view_->GetPage(), 0u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetPage(), 0u);
     EXPECT_EQ(CentreX(view_), 3.0);
     EXPECT_EQ(Width(view_), 25.0);
     for (std::string const& line : Journal::Since(mark)) {
@@ -72,7 +73,7 @@ TEST_F(SheetNavigationTest, GoingToTheSheetOnViewPostsWithoutMovingTheView) {
         EXPECT_EQ(line.find(".FitView("), std::string::npos) << line;
     }
     // No crosshair object is set, so the sheet change hides it.
-    EXPECT_FALSE(view_->GetCrosshairVisibility());
+    EXPECT_FALSE(qzref::Inspect(*view_).GetCrosshairVisibility());
 }
 
 TEST_F(SheetNavigationTest, AnUnknownSheetLeavesTheCurrentSheetAndPostsNothing) {
@@ -85,7 +86,7 @@ TEST_F(SheetNavigationTest, AnUnknownSheetLeavesTheCurrentSheetAndPostsNothing) 
     api_->PageNav(1, nullptr);
     api_->PreviewPageNav(1, nullptr);
     EXPECT_TRUE(Events().empty());
-    EXPECT_EQ(view_->GetPage(), 1u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetPage(), 1u);
     EXPECT_EQ(CentreX(view_), 8.0);
 
     // Sheet 1 is still the current one: a sheet change from it saves its picture there.
@@ -98,7 +99,7 @@ TEST_F(SheetNavigationTest, AnUnknownSheetLeavesTheCurrentSheetAndPostsNothing) 
 TEST_F(SheetNavigationTest, ConfirmingThePreviewedSheetKeepsTheFormerSheetsPicture) {
     Place(view_, 1.0, 30.0);
     api_->PreviewPageNav(1, Base(view_));
-    EXPECT_EQ(view_->GetPage(), 1u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetPage(), 1u);
     EXPECT_TRUE(Events().empty());
     Place(view_, 11.0, 15.0);
 
@@ -125,7 +126,7 @@ TEST_F(SheetNavigationTest, EndingAPreviewReturnsToTheCurrentSheetAndKeepsEachPr
     EXPECT_EQ(CentreX(view_), 21.0);
 
     api_->PreviewPageNav(-1, Base(view_));
-    EXPECT_EQ(view_->GetPage(), 0u);
+    EXPECT_EQ(qzref::Inspect(*view_).GetPage(), 0u);
     EXPECT_EQ(CentreX(view_), 2.0);
     EXPECT_EQ(Width(view_), 20.0);
     EXPECT_TRUE(Events().empty());
@@ -160,14 +161,14 @@ TEST_F(SheetNavigationTest, AReloadWithFewerSheetsDropsOnlyTheSurplusSheetsPictu
     api_->LoadEcadDesign();
     design->SetEcadDesignData(full);
     api_->LoadEcadDesign();
-    ASSERT_EQ(view_->GetNumPages(), 3u);
+    ASSERT_EQ(qzref::Inspect(*view_).GetNumPages(), 3u);
 
-    unsigned int const fits = view_->GetFitCount();
+    unsigned int const fits = qzref::Inspect(*view_).GetFitCount();
     api_->PageNav(1, Base(view_));
     EXPECT_EQ(CentreX(view_), 2.0);
-    EXPECT_EQ(view_->GetFitCount(), fits);
+    EXPECT_EQ(qzref::Inspect(*view_).GetFitCount(), fits);
     api_->PageNav(2, Base(view_));
-    EXPECT_EQ(view_->GetFitCount(), fits + 1);
+    EXPECT_EQ(qzref::Inspect(*view_).GetFitCount(), fits + 1);
 }
 
 // A sheet change while the design is still loading must neither crash nor lose the records made
@@ -188,14 +189,14 @@ TEST_F(SchematicTest, ASheetChangeWhileTheLoadIsInFlightIsSafeAndItsRecordsSurvi
     api->PreviewPageNav(2, Base(view));
     api->PreviewPageNav(-1, Base(view));
     api->PageNav(0, Base(view));
-    EXPECT_EQ(view->GetPage(), 0u);
+    EXPECT_EQ(qzref::Inspect(*view).GetPage(), 0u);
 
     qzref::LoaderControl::ReleaseHeld();
     Settle();
     ASSERT_TRUE(api->IsDesignLoaded());
-    EXPECT_EQ(view->GetNumPages(), 3u);
+    EXPECT_EQ(qzref::Inspect(*view).GetNumPages(), 3u);
     api->PageNav(2, Base(view));
-    EXPECT_EQ(view->GetPage(), 2u);
+    EXPECT_EQ(qzref::Inspect(*view).GetPage(), 2u);
     api->PageNav(0, Base(view));
     EXPECT_EQ(CentreX(view), 9.0);
     EXPECT_EQ(Width(view), 14.0);
@@ -227,7 +228,7 @@ TEST_F(SchematicTest, SheetChangesRacingTheLoadsCompletionOnAnotherThreadStayCon
     Messages::PumpUntilIdle();
     ASSERT_TRUE(api->IsDesignLoaded());
     Place(view, 6.0, 16.0);
-    unsigned int const sheet = view->GetPage();
+    unsigned int const sheet = qzref::Inspect(*view).GetPage();
     api->PageNav(static_cast<short>((sheet + 1) % 3), Base(view));
     api->PageNav(static_cast<short>(sheet), Base(view));
     EXPECT_EQ(CentreX(view), 6.0);

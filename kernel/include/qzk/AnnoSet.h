@@ -16,6 +16,10 @@
 #include <string>
 #include <vector>
 
+namespace qzref {
+class AnnoSetInspector;
+}
+
 namespace qzk {
 
 class Annotation;
@@ -57,14 +61,27 @@ public:
     bool RemoveAnnotationFromSet(du::SmartPtr<Annotation> const& annotation,
                                  du::SmartPtr<Operation> const& operation);
 
-    // State readers.
+    // Kernel side: used by Annotation to tell of its own changes, and by undo steps.
+    void _PostAnnotationChanged(du::SmartPtr<Annotation> const& annotation, bool inPlace);
+    // Adds and tells the observers; position past the end, or negative, appends. false for null
+    // or an annotation of a set.
+    bool _Add(du::SmartPtr<Annotation> const& annotation, int64 position = POSITION_LAST);
+    // Removes without a step; position of the annotation before, or -1 if it was not here.
+    int64 _Remove(du::SmartPtr<Annotation> const& annotation);
+
+protected:
+    AnnoSet();
+    void _OnDestroy() override;
+
+private:
+    friend class qzref::AnnoSetInspector;
+
+    // What the set holds.
     std::vector<du::SmartPtr<Annotation>> GetAnnotations() const;
     std::size_t GetAnnotationCount() const;
     std::vector<AuxiliaryData> GetAuxiliaryData() const;
 
-    // Controls (kernel side, not journalled); each tells the observers.
-    // position past the end, or negative, appends. false for null or an annotation of a set.
-    bool AddAnnotation(du::SmartPtr<Annotation> const& annotation, int64 position = POSITION_LAST);
+    // What the kernel does to the set (not journalled); each tells the observers.
     // false if the annotation is not in this set; nothing is told then.
     bool ChangeAnnotation(du::SmartPtr<Annotation> const& annotation, bool inPlace);
     // Removes, telling removed and then deleted with the operation.
@@ -75,16 +92,6 @@ public:
     void AddAuxiliaryData(AuxiliaryData const& data);
     bool RemoveAuxiliaryData(du::Symbol const& key);
 
-    // Kernel side: used by Annotation to tell of its own changes, and by undo steps.
-    void _PostAnnotationChanged(du::SmartPtr<Annotation> const& annotation, bool inPlace);
-    // Removes without a step; position of the annotation before, or -1 if it was not here.
-    int64 _Remove(du::SmartPtr<Annotation> const& annotation);
-
-protected:
-    AnnoSet();
-    void _OnDestroy() override;
-
-private:
     void Post(dom::ObservableEvent const& event);
 
     mutable std::mutex mutex_;

@@ -15,6 +15,10 @@
 #include <mutex>
 #include <string>
 
+namespace qzref {
+class AnnotationInspector;
+}
+
 namespace qzk {
 
 class AnnoSet;
@@ -46,17 +50,10 @@ public:
     virtual void OnSelectedInScene(du::SmartPtr<Scene> const& scene);
     virtual void OnDeselectedInScene(du::SmartPtr<Scene> const& scene);
 
-    // State readers.
-    bool IsSelected() const;
-    // The view of the last SetSelected; null before.
-    du::SmartPtr<View> GetSelectedView() const;
-    unsigned int GetSelectedInSceneCount() const;
-    unsigned int GetDeselectedInSceneCount() const;
-    AnnoSet* GetAnnoSet() const;
-
     // Kernel side: visibility without journal, notice or step (undo steps, controls).
     void StoreVisible(bool visible);
     // Kernel side: the set the annotation belongs to; null when it leaves it.
+    AnnoSet* GetAnnoSet() const;
     void _SetAnnoSet(AnnoSet* set);
     // Kernel side: joins set unless the annotation belongs to a set already (false then), in one
     // step, so two sets cannot both take it.
@@ -70,6 +67,14 @@ protected:
     void _OnDestroy() override;
 
 private:
+    friend class qzref::AnnotationInspector;
+
+    bool IsSelected() const;
+    // The view of the last SetSelected; null before.
+    du::SmartPtr<View> GetSelectedView() const;
+    unsigned int GetSelectedInSceneCount() const;
+    unsigned int GetDeselectedInSceneCount() const;
+
     void ChangeVisibility(bool visible, bool notify, du::SmartPtr<Operation> const& operation);
 
     uint64 const id_;

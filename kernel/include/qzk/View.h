@@ -18,6 +18,10 @@
 #include <mutex>
 #include <string>
 
+namespace qzref {
+class ViewInspector;
+}
+
 namespace qzk {
 
 class WorkflowManager;
@@ -38,18 +42,6 @@ public:
     Scene* GetScene() const;
     void DetachFromScene();
 
-    // State readers.
-    unsigned int GetNumPages() const;
-    // 0-based; 0 until the view is sent elsewhere.
-    unsigned int GetPage() const;
-    // Default (not set) until the view is placed.
-    dg::Location GetLocation() const;
-    // How often the view was fitted (FitView of the derived views).
-    unsigned int GetFitCount() const;
-    void* GetCrosshairObject() const;
-    dg::DPoint2D GetCrosshairPosition() const;
-    bool GetCrosshairVisibility() const;
-
     // Kernel side.
     void StoreStatusMessage(std::string const& text);
     // false, and no change, for a page at or past the page count.
@@ -67,9 +59,23 @@ protected:
     // The view shares scene's lock; pages of 0 is taken as 1.
     View(Scene& scene, unsigned int pages);
 
+    // What the view holds, for the derived views' platform operations.
+    unsigned int GetNumPages() const;
+    // 0-based; 0 until the view is sent elsewhere.
+    unsigned int GetPage() const;
+    // Default (not set) until the view is placed.
+    dg::Location GetLocation() const;
+    // How often the view was fitted (FitView of the derived views).
+    unsigned int GetFitCount() const;
+    void* GetCrosshairObject() const;
+    dg::DPoint2D GetCrosshairPosition() const;
+    bool GetCrosshairVisibility() const;
+
     void _OnDestroy() override;
 
 private:
+    friend class qzref::ViewInspector;
+
     du::SmartPtr<WorkflowManager> const workflowManager_;
     mutable std::mutex mutex_;
     Scene* scene_;

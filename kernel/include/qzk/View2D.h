@@ -9,6 +9,10 @@
 
 #include "qzk/View.h"
 
+namespace qzref {
+class View2DInspector;
+}
+
 namespace qzk {
 
 class View2DObserver;
@@ -31,12 +35,6 @@ public:
     bool RegisterObserver(View2DObserver& observer);
     bool UnregisterObserver(View2DObserver& observer);
 
-    // Controls: what the user does to the view, told to its observers.
-    void NotifyFocus(bool focused);
-    void NotifyActivate();
-    // Stores the message and tells the observers that it changed.
-    void PostStatusMessage(std::string const& text);
-
 protected:
     View2D(Scene& scene, unsigned int pages);
 
@@ -46,6 +44,14 @@ protected:
     void _PostViewEvent(dom::ObservableEvent const& event);
 
 private:
+    friend class qzref::View2DInspector;
+
+    // What the user does to the view, told to its observers.
+    void NotifyFocus(bool focused);
+    void NotifyActivate();
+    // Stores the message and tells the observers that it changed.
+    void PostStatusMessage(std::string const& text);
+
     mutable std::mutex widthMutex_;
     double orthoWidth_ = 0.0;
 };

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "du/SmartPtr.h"
+#include "qzref/AnnoSetInspector.h"
 #include "qzref/AnnoSetTableEntryInspector.h"
 #include "qzref/AnnoSetTableInspector.h"
 #include "qzref/BaseSceneInspector.h"
@@ -18,6 +19,7 @@
 #include "qzref/SceneManagerInspector.h"
 #include "qzref/SchematicCompareSceneInspector.h"
 #include "qzref/SchematicSceneInspector.h"
+#include "qzref/ViewInspector.h"
 
 #include <type_traits>
 
@@ -54,6 +56,19 @@ inline SceneManagerInspector Inspect(qzkapp::SceneManager& manager) {
 }
 inline QzkAppInspector Inspect(qzkapp::QzkApp& app) {
     return QzkAppInspector(app);
+}
+
+inline AnnoSetInspector Inspect(qzk::AnnoSet& set) {
+    return AnnoSetInspector(set);
+}
+inline AnnotationInspector Inspect(qzk::Annotation& annotation) {
+    return AnnotationInspector(annotation);
+}
+inline ViewInspector Inspect(qzk::View& view) {
+    return ViewInspector(view);
+}
+inline View2DInspector Inspect(qzk::View2D& view) {
+    return View2DInspector(view);
 }
 
 inline AnnoSetTableInspector Inspect(qzk::AnnoSetTable& table) {

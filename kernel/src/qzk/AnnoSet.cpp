@@ -68,7 +68,7 @@ public:
     du::Symbol GetStepType() override { return du::Symbol("QzkAnnoSetRemoveStep"); }
     void Undo() override {
         if (removed_) {
-            set_->AddAnnotation(annotation_, position_);
+            set_->_Add(annotation_, position_);
         } else {
             position_ = set_->_Remove(annotation_);
         }
@@ -184,7 +184,7 @@ std::vector<AnnoSet::AuxiliaryData> AnnoSet::GetAuxiliaryData() const {
     return auxiliary_;
 }
 
-bool AnnoSet::AddAnnotation(du::SmartPtr<Annotation> const& annotation, int64 position) {
+bool AnnoSet::_Add(du::SmartPtr<Annotation> const& annotation, int64 position) {
     if (!annotation || !annotation->_ClaimAnnoSet(this)) {
         return false;
     }

@@ -4,7 +4,7 @@
 //
 // The kind, colour and parameter are plain public fields, as the layer reads and writes them
 // directly; the set's owner changes them only while no one else reads them, or tells the set
-// with AnnoSet::ChangeAnnotation afterwards.
+// that it changed afterwards.
 #pragma once
 
 #include "du/SmartPtr.h"
