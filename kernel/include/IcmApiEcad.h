@@ -13,10 +13,8 @@
 
 namespace qzk::ecad {
 class EcadDesignData;
-}
-namespace qzref {
 struct DesignObject;
-}
+} // namespace qzk::ecad
 
 class IcmApiEcad : public IcmApiPublicSession {
 public:
@@ -66,7 +64,7 @@ public:
                                    short& sublayer) const;
 
     // The object behind a pointer if it belongs to this design, otherwise null.
-    qzref::DesignObject const* Find(void const* object) const;
+    qzk::ecad::DesignObject const* Find(void const* object) const;
 
 private:
     qzk::ecad::EcadDesignData const& design_;

@@ -5,7 +5,7 @@
 
 namespace {
 
-bool Matches(qzref::DesignObject const* child, int childType) {
+bool Matches(qzk::ecad::DesignObject const* child, int childType) {
     return childType == IcmApiEcad::ANY || child->type == childType;
 }
 
@@ -15,7 +15,7 @@ IcmApiEcad::IcmApiEcad(qzk::ecad::EcadDesignData const& design) : design_(design
 
 IcmApiEcad::~IcmApiEcad() = default;
 
-qzref::DesignObject const* IcmApiEcad::Find(void const* object) const {
+qzk::ecad::DesignObject const* IcmApiEcad::Find(void const* object) const {
     return design_.Find(object);
 }
 

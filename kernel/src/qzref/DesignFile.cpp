@@ -6,6 +6,8 @@
 #include "qzk/EcadDesign.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/SchematicData.h"
+#include "qzref/DesignObject.h"
+#include "qzref/DesignImage.h"
 
 #include <fcntl.h>
 #include <nlohmann/json.hpp>

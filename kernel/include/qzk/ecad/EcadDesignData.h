@@ -9,8 +9,8 @@
 #include "IcmApiEcad.h"
 #include "du/SmartPtr.h"
 #include "qzk/EcadDesignData.h"
-#include "qzref/DesignImage.h"
-#include "qzref/DesignObject.h"
+#include "qzk/ecad/DesignImage.h"
+#include "qzk/ecad/DesignObject.h"
 
 #include <memory>
 #include <string>
@@ -38,25 +38,25 @@ public:
     // Never null; lives as long as this data.
     IcmApiEcad* GetIcmApiEcad() const { return session_.get(); }
 
-    std::vector<qzref::DesignImage*> const& GetImages() const { return images_; }
+    std::vector<DesignImage*> const& GetImages() const { return images_; }
     // The object of this design with this name and type (ANY: any type), or null.
-    qzref::DesignObject* FindObject(std::string const& name, int type = IcmApiEcad::ANY) const;
+    DesignObject* FindObject(std::string const& name, int type = IcmApiEcad::ANY) const;
     // The object behind a pointer if it belongs to this design, otherwise null.
-    qzref::DesignObject* Find(void const* object) const;
+    DesignObject* Find(void const* object) const;
     std::size_t GetObjectCount() const { return objects_.size(); }
 
     // Takes the object over and returns it. Names are not checked here; the reader keeps them
     // unique per kind of object.
-    qzref::DesignObject* Add(std::unique_ptr<qzref::DesignObject> object);
-    qzref::DesignImage* AddImage(std::unique_ptr<qzref::DesignImage> image);
+    DesignObject* Add(std::unique_ptr<DesignObject> object);
+    DesignImage* AddImage(std::unique_ptr<DesignImage> image);
 
 protected:
     explicit EcadDesignData(du::Symbol name);
 
 private:
-    std::vector<std::unique_ptr<qzref::DesignObject>> objects_;
-    std::unordered_map<void const*, qzref::DesignObject*> byAddress_;
-    std::vector<qzref::DesignImage*> images_;
+    std::vector<std::unique_ptr<DesignObject>> objects_;
+    std::unordered_map<void const*, DesignObject*> byAddress_;
+    std::vector<DesignImage*> images_;
     std::unique_ptr<IcmApiEcad> session_;
 };
 

@@ -44,8 +44,8 @@ public:
     short GetBottom() const { return bottom_; }
     // Layer handles in ascending order with their names.
     std::map<short, std::string> const& GetLayers() const { return layers_; }
-    std::vector<qzref::DesignObject*> const& GetComponents() const { return components_; }
-    std::vector<qzref::DesignObject*> const& GetNets() const { return nets_; }
+    std::vector<DesignObject*> const& GetComponents() const { return components_; }
+    std::vector<DesignObject*> const& GetNets() const { return nets_; }
     // The sublayer object of a pair, or null.
     SublayerPCB const* FindSublayer(short layer, short sublayer) const;
     // The outline's bounding box, in millimetres.
@@ -60,8 +60,8 @@ public:
     bool AddLayer(short layer, std::string name);
     bool AddSublayer(std::unique_ptr<SublayerPCB> sublayer, std::string name);
     void SetTopBottom(short top, short bottom);
-    qzref::DesignObject* AddComponent(std::unique_ptr<qzref::DesignObject> component);
-    qzref::DesignObject* AddNet(std::unique_ptr<qzref::DesignObject> net);
+    DesignObject* AddComponent(std::unique_ptr<DesignObject> component);
+    DesignObject* AddNet(std::unique_ptr<DesignObject> net);
 
 private:
     EcadPCBData(du::Symbol name, bool overlayData);
@@ -73,8 +73,8 @@ private:
     // Keyed by (layer, sublayer name), the names of the design file.
     std::map<std::pair<short, std::string>, short> sublayerNames_;
     std::vector<std::unique_ptr<SublayerPCB>> ownedSublayers_;
-    std::vector<qzref::DesignObject*> components_;
-    std::vector<qzref::DesignObject*> nets_;
+    std::vector<DesignObject*> components_;
+    std::vector<DesignObject*> nets_;
 };
 
 } // namespace qzk::ecad

@@ -19,24 +19,24 @@ public:
     unsigned int GetNumSheets() const { return static_cast<unsigned int>(sheetNames_.size()); }
     // UTF-8; empty for a sheet that does not exist.
     std::string GetSheetName(unsigned int sheet) const;
-    std::vector<qzref::DesignObject*> const& GetComponents() const { return components_; }
-    std::vector<qzref::DesignObject*> const& GetNets() const { return nets_; }
+    std::vector<DesignObject*> const& GetComponents() const { return components_; }
+    std::vector<DesignObject*> const& GetNets() const { return nets_; }
     // Components, pins and wires on the sheet, in the order they were added.
-    std::vector<qzref::DesignObject*> GetObjectsOnSheet(unsigned int sheet) const;
+    std::vector<DesignObject*> GetObjectsOnSheet(unsigned int sheet) const;
     // The sheets a net's pins and wires lie on, ascending, each once.
-    std::vector<unsigned int> GetNetSheets(qzref::DesignObject const* net) const;
+    std::vector<unsigned int> GetNetSheets(DesignObject const* net) const;
 
     // Filling; see EcadDesignData.
     unsigned int AddSheet(std::string name);
-    qzref::DesignObject* AddComponent(std::unique_ptr<qzref::DesignObject> component);
-    qzref::DesignObject* AddNet(std::unique_ptr<qzref::DesignObject> net);
+    DesignObject* AddComponent(std::unique_ptr<DesignObject> component);
+    DesignObject* AddNet(std::unique_ptr<DesignObject> net);
 
 private:
     explicit SchematicData(du::Symbol name);
 
     std::vector<std::string> sheetNames_;
-    std::vector<qzref::DesignObject*> components_;
-    std::vector<qzref::DesignObject*> nets_;
+    std::vector<DesignObject*> components_;
+    std::vector<DesignObject*> nets_;
 };
 
 } // namespace qzk::ecad

@@ -30,7 +30,7 @@ short EcadDesignData::FindSublayerHandle(std::string const&, std::string const&)
     return -1;
 }
 
-qzref::DesignObject* EcadDesignData::FindObject(std::string const& name, int type) const {
+DesignObject* EcadDesignData::FindObject(std::string const& name, int type) const {
     for (auto const& object : objects_) {
         if (object->name == name && (type == IcmApiEcad::ANY || object->type == type)) {
             return object.get();
@@ -39,20 +39,20 @@ qzref::DesignObject* EcadDesignData::FindObject(std::string const& name, int typ
     return nullptr;
 }
 
-qzref::DesignObject* EcadDesignData::Find(void const* object) const {
+DesignObject* EcadDesignData::Find(void const* object) const {
     auto found = byAddress_.find(object);
     return found == byAddress_.end() ? nullptr : found->second;
 }
 
-qzref::DesignObject* EcadDesignData::Add(std::unique_ptr<qzref::DesignObject> object) {
-    qzref::DesignObject* raw = object.get();
+DesignObject* EcadDesignData::Add(std::unique_ptr<DesignObject> object) {
+    DesignObject* raw = object.get();
     byAddress_.emplace(raw, raw);
     objects_.push_back(std::move(object));
     return raw;
 }
 
-qzref::DesignImage* EcadDesignData::AddImage(std::unique_ptr<qzref::DesignImage> image) {
-    qzref::DesignImage* raw = image.get();
+DesignImage* EcadDesignData::AddImage(std::unique_ptr<DesignImage> image) {
+    DesignImage* raw = image.get();
     Add(std::move(image));
     images_.push_back(raw);
     return raw;

@@ -71,12 +71,12 @@ void EcadPCBData::SetTopBottom(short top, short bottom) {
     bottom_ = bottom;
 }
 
-qzref::DesignObject* EcadPCBData::AddComponent(std::unique_ptr<qzref::DesignObject> component) {
+DesignObject* EcadPCBData::AddComponent(std::unique_ptr<DesignObject> component) {
     components_.push_back(Add(std::move(component)));
     return components_.back();
 }
 
-qzref::DesignObject* EcadPCBData::AddNet(std::unique_ptr<qzref::DesignObject> net) {
+DesignObject* EcadPCBData::AddNet(std::unique_ptr<DesignObject> net) {
     nets_.push_back(Add(std::move(net)));
     return nets_.back();
 }

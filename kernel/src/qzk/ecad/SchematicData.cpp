@@ -10,8 +10,8 @@ namespace {
 
 // Components, their pins, and the nets' wires: everything that lies on a sheet.
 template <class Visit>
-void ForEachPlaced(std::vector<qzref::DesignObject*> const& components,
-                   std::vector<qzref::DesignObject*> const& nets, Visit visit) {
+void ForEachPlaced(std::vector<DesignObject*> const& components,
+                   std::vector<DesignObject*> const& nets, Visit visit) {
     for (auto* component : components) {
         visit(component);
         for (auto* child : component->children) {
@@ -39,9 +39,8 @@ SchematicData::~SchematicData() = default;
 
 bool SchematicData::HasLayerContent(short layer) const {
     bool found = false;
-    ForEachPlaced(components_, nets_, [&](qzref::DesignObject const* object) {
-        found = found || object->sublayer == layer;
-    });
+    ForEachPlaced(components_, nets_,
+                  [&](DesignObject const* object) { found = found || object->sublayer == layer; });
     return found;
 }
 
@@ -49,9 +48,9 @@ std::string SchematicData::GetSheetName(unsigned int sheet) const {
     return sheet < sheetNames_.size() ? sheetNames_[sheet] : std::string();
 }
 
-std::vector<qzref::DesignObject*> SchematicData::GetObjectsOnSheet(unsigned int sheet) const {
-    std::vector<qzref::DesignObject*> out;
-    ForEachPlaced(components_, nets_, [&](qzref::DesignObject* object) {
+std::vector<DesignObject*> SchematicData::GetObjectsOnSheet(unsigned int sheet) const {
+    std::vector<DesignObject*> out;
+    ForEachPlaced(components_, nets_, [&](DesignObject* object) {
         if (object->sheet == sheet) {
             out.push_back(object);
         }
@@ -59,7 +58,7 @@ std::vector<qzref::DesignObject*> SchematicData::GetObjectsOnSheet(unsigned int 
     return out;
 }
 
-std::vector<unsigned int> SchematicData::GetNetSheets(qzref::DesignObject const* net) const {
+std::vector<unsigned int> SchematicData::GetNetSheets(DesignObject const* net) const {
     std::set<unsigned int> sheets;
     if (net != nullptr) {
         for (auto const* child : net->children) {
@@ -74,12 +73,12 @@ unsigned int SchematicData::AddSheet(std::string name) {
     return static_cast<unsigned int>(sheetNames_.size() - 1);
 }
 
-qzref::DesignObject* SchematicData::AddComponent(std::unique_ptr<qzref::DesignObject> component) {
+DesignObject* SchematicData::AddComponent(std::unique_ptr<DesignObject> component) {
     components_.push_back(Add(std::move(component)));
     return components_.back();
 }
 
-qzref::DesignObject* SchematicData::AddNet(std::unique_ptr<qzref::DesignObject> net) {
+DesignObject* SchematicData::AddNet(std::unique_ptr<DesignObject> net) {
     nets_.push_back(Add(std::move(net)));
     return nets_.back();
 }
