@@ -5,7 +5,6 @@
 #include "board/OrientationOperations.h"
 #include "board/PCBSceneObserver.h"
 #include "dp/ReadWriteLock.h"
-#include "qzk/Kernel.h"
 #include "qzk/SelectionItem.h"
 #include "qzk/SelectionManager.h"
 #include "qzk/View.h"
@@ -15,8 +14,6 @@
 #include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/PCBViewObserver.h"
 #include "qzk/ecad/SublayerEcad.h"
-#include "qzkapp/QzkApp.h"
-#include "qzkapp/SceneManager.h"
 #include "qzplugin/PluginHandlerIf.h"
 #include "scene/SceneForwarders.h"
 #include "scene/SceneLink.h"
@@ -96,44 +93,19 @@ unsigned char PCBScene::ISOLATEONLYVISIBLE_CHANGED_EVENT() {
 // Life
 
 void PCBScene::Init() {
-    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
     dp::WriteLocker lock(GetRWLock());
-    sceneObserver = du::MakeCounted<KernelSceneObserver>(this);
-    if (kernel) {
-        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
-    }
-    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
-        board->RegisterObserver(*sceneObserver);
-    }
+    sceneObserver = AttachSceneForwarder<KernelSceneObserver>(this, _GetPCBKernelScene());
     Scene::Init();
 }
 
 void PCBScene::_OnDestroy() {
     dp::WriteLocker lock(GetRWLock());
-    if (sceneObserver) {
-        if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
-            board->UnregisterObserver(*sceneObserver);
-        }
-        // A notice queued before the unregistering finds the link cut (OnDestroyQzkScene).
-        sceneObserver = nullptr;
-    }
-    if (kernelScene) {
-        // The kernel scene holds a reference of its own while it ends us.
-        kernelScene->SetApiScene(nullptr);
-    }
-    Scene::OnDestroyQzkScene();
-    kernelScene = nullptr;
+    DetachSceneForwarder(sceneObserver, _GetPCBKernelScene());
+    _LeaveKernelScene();
 }
 
 void PCBScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
-    du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
-    auto observer = du::MakeCounted<PCBViewObserver>(manager.Get(), view);
-    if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
-        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
-    }
-    if (auto* board = dynamic_cast<qzk::ecad::PCBView*>(view.Get())) {
-        board->RegisterObserver(*observer);
-    }
+    AttachViewForwarder<PCBViewObserver, qzk::ecad::PCBView>(view);
 }
 
 // ---------------------------------------------------------------------------------------------

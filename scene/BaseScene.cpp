@@ -200,6 +200,14 @@ void BaseScene::OnDestroyQzkScene() {
     Destroy();
 }
 
+void BaseScene::_LeaveKernelScene() {
+    if (kernelScene) {
+        kernelScene->SetApiScene(nullptr);
+    }
+    OnDestroyQzkScene();
+    kernelScene = nullptr;
+}
+
 // ---------------------------------------------------------------------------------------------
 // Plain virtual bodies
 

@@ -219,6 +219,12 @@ protected:
         return DoUnregisterObserver(observer);
     }
 
+    // The end every concrete scene's _OnDestroy closes with: the kernel scene forgets its API
+    // scene (it holds a reference of its own while it ends us), the scene's links are cut and
+    // its kernel observers go (OnDestroyQzkScene, the most derived), and the kernel scene is let
+    // go.
+    void _LeaveKernelScene();
+
     // Posts the event id with the values as its payload, in order (SceneEvent).
     template <class... Values> void _PostEvent(unsigned char id, Values const&... values) {
         PostObservableEvent(SceneEvent<Values...>(id, values...), false);

@@ -7,10 +7,18 @@
 //
 // ViewForwarder hears one view and tells the application's scene manager and plug-in interface
 // of its focus, activation and status text. It knows no scene, so nothing has to cut it loose.
+//
+// A concrete scene hooks them up with the three functions at the end, the same way every time:
+// AttachSceneForwarder in Init, DetachSceneForwarder in _OnDestroy (before the scene leaves its
+// kernel scene, BaseScene::_LeaveKernelScene), AttachViewForwarder in ViewCreated. What differs
+// between the scenes (which lock they hold meanwhile, whether a new view is fitted) stays in the
+// scene's own source.
 #pragma once
 
+#include "dom/ManagedObject.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
+#include "qzk/Kernel.h"
 #include "qzk/Observer.h"
 #include "qzk/View.h"
 #include "qzkapp/QzkApp.h"
@@ -76,5 +84,49 @@ private:
     qzkapp::SceneManager* manager_;
     du::SmartPtr<qzk::View> view_;
 };
+
+// Makes scene's forwarder of its kernel scene, hands it to the kernel, which keeps it until it is
+// unregistered, and registers it with kernelScene when there is one.
+template <class Forwarder, class KernelScene, class SceneT>
+du::SmartPtr<Forwarder> AttachSceneForwarder(SceneT* scene, KernelScene* kernelScene) {
+    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
+    auto forwarder = du::MakeCounted<Forwarder>(scene);
+    if (kernel) {
+        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(forwarder.Get()));
+    }
+    if (kernelScene) {
+        kernelScene->RegisterObserver(*forwarder);
+    }
+    return forwarder;
+}
+
+// Undoes AttachSceneForwarder and lets go of the forwarder. A notice queued before the
+// unregistering finds its link cut when the scene leaves its kernel scene.
+template <class ForwarderPtr, class KernelScene>
+void DetachSceneForwarder(ForwarderPtr& forwarder, KernelScene* kernelScene) {
+    if (!forwarder) {
+        return;
+    }
+    if (kernelScene) {
+        kernelScene->UnregisterObserver(*forwarder);
+    }
+    forwarder = nullptr;
+}
+
+// Gives a new view its forwarder to the application's scene manager, kept by the kernel until
+// the view lets it go. The view, as a KernelView, or null when it is of another kind.
+template <class Forwarder, class KernelView>
+KernelView* AttachViewForwarder(du::SmartPtr<qzk::View> const& view) {
+    du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
+    auto forwarder = du::MakeCounted<Forwarder>(manager.Get(), view);
+    if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
+        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(forwarder.Get()));
+    }
+    auto* typed = dynamic_cast<KernelView*>(view.Get());
+    if (typed) {
+        typed->RegisterObserver(*forwarder);
+    }
+    return typed;
+}
 
 } // namespace qzkapp::ecad

@@ -1,7 +1,6 @@
 #include "schematic/SchematicScene.h"
 
 #include "dp/ReadWriteLock.h"
-#include "qzk/Kernel.h"
 #include "qzk/SelectionItem.h"
 #include "qzk/SelectionManager.h"
 #include "qzk/View.h"
@@ -12,8 +11,6 @@
 #include "qzk/ecad/SchematicView.h"
 #include "qzk/ecad/SchematicViewObserver.h"
 #include "qzk/ecad/View.h"
-#include "qzkapp/QzkApp.h"
-#include "qzkapp/SceneManager.h"
 #include "qzplugin/PluginHandlerIf.h"
 #include "scene/SceneForwarders.h"
 #include "scene/SceneLink.h"
@@ -67,46 +64,21 @@ unsigned char SchematicScene::PAGE_CHANGED_EVENT() {
 // Life
 
 void SchematicScene::Init() {
-    du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel();
     // A barrier only: whoever is inside the scene finishes first. Unlike the board, what follows
     // runs without the lock.
     { dp::WriteLocker barrier(GetRWLock()); }
-    sceneObserver = du::MakeCounted<KernelSceneObserver>(this);
-    if (kernel) {
-        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(sceneObserver.Get()));
-    }
-    if (qzk::ecad::SchematicScene* schematic = _GetSchematicKernelScene()) {
-        schematic->RegisterObserver(*sceneObserver);
-    }
+    sceneObserver = AttachSceneForwarder<KernelSceneObserver>(this, _GetSchematicKernelScene());
     Scene::Init();
 }
 
 void SchematicScene::_OnDestroy() {
     { dp::WriteLocker barrier(GetRWLock()); }
-    if (sceneObserver) {
-        if (qzk::ecad::SchematicScene* schematic = _GetSchematicKernelScene()) {
-            schematic->UnregisterObserver(*sceneObserver);
-        }
-        // A notice queued before the unregistering finds the link cut (OnDestroyQzkScene).
-        sceneObserver = nullptr;
-    }
-    if (kernelScene) {
-        // The kernel scene holds a reference of its own while it ends us.
-        kernelScene->SetApiScene(nullptr);
-    }
-    Scene::OnDestroyQzkScene();
-    kernelScene = nullptr;
+    DetachSceneForwarder(sceneObserver, _GetSchematicKernelScene());
+    _LeaveKernelScene();
 }
 
 void SchematicScene::ViewCreated(du::SmartPtr<qzk::View> const& view) {
-    du::SmartPtr<qzkapp::SceneManager> manager = qzkapp::QzkApp::Get()->GetSceneManager();
-    auto observer = du::MakeCounted<SchematicViewObserver>(manager.Get(), view);
-    if (du::SmartPtr<qzk::Kernel> kernel = qzk::Kernel::GetKernel()) {
-        kernel->ManageObject(du::SmartPtr<dom::ManagedObject>(observer.Get()));
-    }
-    if (auto* schematic = dynamic_cast<qzk::ecad::SchematicView*>(view.Get())) {
-        schematic->RegisterObserver(*observer);
-    }
+    AttachViewForwarder<SchematicViewObserver, qzk::ecad::SchematicView>(view);
     if (auto* ecadView = dynamic_cast<qzk::ecad::BaseView*>(view.Get())) {
         ecadView->FitView();
     }
