@@ -5,13 +5,7 @@
 
 namespace qzhost {
 
-HostEvents::HostEvents(bool print) : print_(print) {}
-
-HostEvents::~HostEvents() {
-    DetachFromMessageLoop();
-}
-
-void HostEvents::Print(char const* format, ...) const {
+void EventLog::Print(char const* format, ...) const {
     if (!print_) {
         return;
     }
@@ -36,7 +30,7 @@ void HostEvents::OnAssocHighlightColorChanged(unsigned int color) {
     Print("associated highlight colour 0x%08X", color);
 }
 
-void HostEvents::OnDesignLoaded(unsigned short error, du::Symbol const& text) {
+void EventLog::Loaded(unsigned short error, du::Symbol const& text) {
     if (error == 0) {
         std::printf("design loaded\n");
         std::fflush(stdout);
@@ -44,6 +38,16 @@ void HostEvents::OnDesignLoaded(unsigned short error, du::Symbol const& text) {
         loadError_ = "error " + std::to_string(error) + ": " + text.str();
     }
     Print("design loaded, error %u%s%s", error, error != 0 ? ": " : "", text.str().c_str());
+}
+
+HostEvents::HostEvents(bool print) : EventLog(print) {}
+
+HostEvents::~HostEvents() {
+    DetachFromMessageLoop();
+}
+
+void HostEvents::OnDesignLoaded(unsigned short error, du::Symbol const& text) {
+    Loaded(error, text);
 }
 
 void HostEvents::OnSublayerColorVisChanged(unsigned int source) {
@@ -67,6 +71,25 @@ void HostEvents::OnRotationChanged(short degrees) {
 }
 void HostEvents::OnIsolateOnlyVisibleChanged(bool const& onlyVisible, unsigned int const& source) {
     Print("isolate only visible %s (source %u)", onlyVisible ? "on" : "off", source);
+}
+
+SchematicHostEvents::SchematicHostEvents(bool print) : EventLog(print) {}
+
+SchematicHostEvents::~SchematicHostEvents() {
+    DetachFromMessageLoop();
+}
+
+void SchematicHostEvents::OnDrawOrderChanged() {
+    Print("draw order changed");
+}
+void SchematicHostEvents::OnDesignLoaded(unsigned short error, du::Symbol const& text) {
+    Loaded(error, text);
+}
+void SchematicHostEvents::OnSublayerColorVisChanged(unsigned int source) {
+    Print("sublayer colours changed (source %u)", source);
+}
+void SchematicHostEvents::OnPageChanged(unsigned int page) {
+    Print("sheet %u", page);
 }
 
 } // namespace qzhost

@@ -3,17 +3,31 @@
 #pragma once
 
 #include "board/PCBSceneObserver.h"
+#include "schematic/SchematicSceneObserver.h"
 
 #include <string>
 
 namespace qzhost {
 
-class HostEvents : public qzkapp::ecad::PCBSceneObserver {
+// What the host's observers of every kind of scene share: printing when asked to, and what the
+// load said.
+class EventLog {
+public:
+    explicit EventLog(bool print) : print_(print) {}
+
+    std::string const& GetLoadError() const { return loadError_; }
+    void Loaded(unsigned short error, du::Symbol const& text);
+    void Print(char const* format, ...) const __attribute__((format(printf, 2, 3)));
+
+private:
+    bool print_;
+    std::string loadError_;
+};
+
+class HostEvents : public qzkapp::ecad::PCBSceneObserver, public EventLog {
 public:
     explicit HostEvents(bool print);
     ~HostEvents() override;
-
-    std::string const& GetLoadError() const { return loadError_; }
 
     void DetachObserver() override {}
     void OnDrawOrderChanged() override;
@@ -29,12 +43,18 @@ public:
     void OnOrientationChanged(unsigned int flipped) override;
     void OnRotationChanged(short degrees) override;
     void OnIsolateOnlyVisibleChanged(bool const& onlyVisible, unsigned int const& source) override;
+};
 
-private:
-    void Print(char const* format, ...) const __attribute__((format(printf, 2, 3)));
+class SchematicHostEvents : public qzkapp::ecad::SchematicSceneObserver, public EventLog {
+public:
+    explicit SchematicHostEvents(bool print);
+    ~SchematicHostEvents() override;
 
-    bool print_;
-    std::string loadError_;
+    void DetachObserver() override {}
+    void OnDrawOrderChanged() override;
+    void OnDesignLoaded(unsigned short error, du::Symbol const& text) override;
+    void OnSublayerColorVisChanged(unsigned int source) override;
+    void OnPageChanged(unsigned int page) override;
 };
 
 } // namespace qzhost

@@ -16,34 +16,7 @@
 
 namespace qzhost {
 
-namespace {
-
-bool ToInt(std::string const& text, long long least, long long most, long long& out) {
-    try {
-        std::size_t used = 0;
-        long long const value = std::stoll(text, &used, 0);
-        if (used != text.size() || value < least || value > most) {
-            return false;
-        }
-        out = value;
-        return true;
-    } catch (std::exception const&) {
-        return false;
-    }
-}
-
-std::string Join(std::vector<ScriptWord> const& words, std::size_t from, std::size_t to) {
-    std::string out;
-    for (std::size_t i = from; i < to && i < words.size(); ++i) {
-        out += out.empty() ? "" : " ";
-        out += words[i].text;
-    }
-    return out;
-}
-
-} // namespace
-
-Session::Entry const Session::kCommands[] = {
+Session::Entry<Session> const Session::kCommands[] = {
     {"select", &Session::Select},
     {"preselect", &Session::Preselect},
     {"clear-selection", &Session::ClearSelection},
@@ -58,84 +31,23 @@ Session::Entry const Session::kCommands[] = {
     {"rotate", &Session::Rotate},
     {"draw-order", &Session::DrawOrder},
     {"sublayer", &Session::Sublayer},
-    {"undo", &Session::Undo},
-    {"redo", &Session::Redo},
-    {"print", &Session::Print},
-    {"expect", &Session::Expect},
-    {"render", &Session::Render},
 };
 
 Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
                  std::FILE* out)
-    : api_(api), scene_(scene), printer_(api, scene), out_(out) {}
+    : ScriptRunner(out), api_(api), scene_(scene), printer_(api, scene) {}
 
-std::vector<std::string> Session::CommandNames() {
-    std::vector<std::string> names;
-    for (auto const& entry : kCommands) {
-        names.emplace_back(entry.name);
-    }
-    return names;
+bool Session::RunSceneCommand(Call const& call, bool& found) {
+    return Dispatch(*this, kCommands, call, found);
 }
 
-bool Session::Call::Fail(std::size_t word, std::string text) const {
-    column = word < words.size() ? words[word].column
-                                 : words.back().column + static_cast<int>(words.back().text.size());
-    why = std::move(text);
-    return false;
+std::optional<std::string> Session::Query(std::vector<std::string> const& words,
+                                          std::string& error) const {
+    return printer_.Query(words, error);
 }
 
-bool Session::Call::Count(std::size_t least, std::size_t most, char const* usage) const {
-    std::size_t const given = words.size() - 1;
-    if (given < least) {
-        return Fail(words.size(), std::string("expected ") + usage);
-    }
-    if (given > most) {
-        return Fail(most + 1, std::string("too many words; expected ") + usage);
-    }
-    return true;
-}
-
-bool Session::Run(std::istream& in, std::string const& file, std::string& error) {
-    std::string text;
-    int number = 0;
-    while (std::getline(in, text)) {
-        ++number;
-        int column = 1;
-        std::string why;
-        auto const line = ScriptLine::Parse(text, column);
-        bool ok = false;
-        if (!line) {
-            why = "unterminated quote";
-        } else {
-            ok = RunLine(*line, why, column);
-        }
-        if (!ok) {
-            error = file;
-            error += ":" + std::to_string(number) + ":" + std::to_string(column) + ": ";
-            error += why;
-            return false;
-        }
-    }
-    return true;
-}
-
-bool Session::RunLine(ScriptLine const& line, std::string& why, int& column) {
-    if (line.words.empty()) {
-        return true;
-    }
-    Call const call{line.words, why, column};
-    for (auto const& entry : kCommands) {
-        if (line.words[0].text == entry.name) {
-            bool const ok = (this->*entry.command)(call);
-            // Events reach observers as messages; deliver them before the next line looks.
-            qzref::Messages::PumpUntilIdle();
-            if (afterLine_) {
-                afterLine_();
-            }
-            return ok;
-        }
-    }
-    return call.Fail(0, "unknown command '" + line.words[0].text + "'");
+std::string Session::Rows() const {
+    return printer_.Rows();
 }
 
 bool Session::Items(Call const& call, std::size_t from,
@@ -364,88 +276,11 @@ bool Session::Sublayer(Call const& call) {
     return true;
 }
 
-bool Session::Undo(Call const& call) {
-    if (!call.Count(0, 0, "no words after undo")) {
-        return false;
-    }
-    if (!qzref::UndoControl::Undo()) {
-        return call.Fail(0, "nothing to undo");
-    }
-    return true;
-}
-
-bool Session::Redo(Call const& call) {
-    if (!call.Count(0, 0, "no words after redo")) {
-        return false;
-    }
-    if (!qzref::UndoControl::Redo()) {
-        return call.Fail(0, "nothing to redo");
-    }
-    return true;
-}
-
-bool Session::Print(Call const& call) {
-    if (call.words.size() == 2 && call.words[1].text == "rows") {
-        std::fputs(printer_.Rows().c_str(), out_);
-        return true;
-    }
-    std::vector<std::string> query;
-    for (std::size_t i = 1; i < call.words.size(); ++i) {
-        query.push_back(call.words[i].text);
-    }
-    std::string error;
-    auto const value = printer_.Query(query, error);
-    if (!value) {
-        return call.Fail(1, "expected rows or " + error);
-    }
-    std::fprintf(out_, "%s: %s\n", Join(call.words, 1, call.words.size()).c_str(), value->c_str());
-    return true;
-}
-
-bool Session::Expect(Call const& call) {
-    std::size_t equals = 0;
-    for (std::size_t i = 1; i < call.words.size(); ++i) {
-        if (call.words[i].text == "=") {
-            equals = i;
-            break;
-        }
-    }
-    if (equals == 0) {
-        return call.Fail(call.words.size(), "expected a query, '=' and the value it should have");
-    }
-    std::vector<std::string> query;
-    for (std::size_t i = 1; i < equals; ++i) {
-        query.push_back(call.words[i].text);
-    }
-    std::string error;
-    auto const value = printer_.Query(query, error);
-    if (!value) {
-        return call.Fail(1, "expected " + error);
-    }
-    std::string const wanted = Join(call.words, equals + 1, call.words.size());
-    if (*value != wanted) {
-        return call.Fail(equals + 1, "expectation failed: " + Join(call.words, 1, equals) +
-                                         " is '" + *value + "', expected '" + wanted + "'");
-    }
-    return true;
-}
-
 bool Session::RenderTo(std::string const& path, std::string& why) const {
     qzref::Renderer::View view;
     view.flip = api_.GetFlip();
     view.rotation = api_.GetRotation();
     return qzref::Renderer::Render(*scene_, view, path, why);
-}
-
-bool Session::Render(Call const& call) {
-    if (!call.Count(1, 1, "a picture file, .png or .svg")) {
-        return false;
-    }
-    std::string why;
-    if (!RenderTo(call.words[1].text, why)) {
-        return call.Fail(1, "cannot render: " + why);
-    }
-    return true;
 }
 
 } // namespace qzhost

@@ -1,11 +1,12 @@
 // A scripted viewing session on one board scene: each script line calls the layer's public
 // operations the way a viewer does, or prints or checks what the scene holds.
 //
-// Commands live in one table, one member function each; docs/sessions.md is the language.
+// Its commands live in one table, one member function each (ScriptRunner says how a kind of
+// scene adds its own); docs/sessions.md is the language.
 #pragma once
 
 #include "ScenePrinter.h"
-#include "ScriptLine.h"
+#include "ScriptRunner.h"
 #include "du/SmartPtr.h"
 
 #include <cstdio>
@@ -25,40 +26,20 @@ class BaseScene;
 
 namespace qzhost {
 
-class Session {
+class Session : public ScriptRunner {
 public:
     Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
             std::FILE* out);
 
-    // Runs every line of in; stops at the first line that cannot be run or whose expectation
-    // fails, and sets error to "<file>:<line>:<column>: <why>".
-    bool Run(std::istream& in, std::string const& file, std::string& error);
-
-    // Runs one line; on failure sets why and the column it refers to.
-    bool RunLine(ScriptLine const& line, std::string& why, int& column);
-
-    // Called after every line that ran, e.g. to print what the kernel was asked meanwhile.
-    void SetAfterLine(std::function<void()> afterLine) { afterLine_ = std::move(afterLine); }
-
-    static std::vector<std::string> CommandNames();
-
-    // Draws the scene as it stands to a PNG or SVG file; false with why.
-    bool RenderTo(std::string const& path, std::string& why) const;
+    bool RenderTo(std::string const& path, std::string& why) const override;
 
 private:
-    struct Call {
-        std::vector<ScriptWord> const& words; // words[0] is the command
-        std::string& why;
-        int& column;
-        bool Fail(std::size_t word, std::string text) const;
-        bool Count(std::size_t least, std::size_t most, char const* usage) const;
-    };
-    using Command = bool (Session::*)(Call const&);
-    struct Entry {
-        char const* name;
-        Command command;
-    };
-    static Entry const kCommands[];
+    static Entry<Session> const kCommands[];
+
+    bool RunSceneCommand(Call const& call, bool& found) override;
+    std::optional<std::string> Query(std::vector<std::string> const& words,
+                                     std::string& error) const override;
+    std::string Rows() const override;
 
     bool Select(Call const& call);
     bool Preselect(Call const& call);
@@ -74,11 +55,6 @@ private:
     bool Rotate(Call const& call);
     bool DrawOrder(Call const& call);
     bool Sublayer(Call const& call);
-    bool Undo(Call const& call);
-    bool Redo(Call const& call);
-    bool Print(Call const& call);
-    bool Expect(Call const& call);
-    bool Render(Call const& call);
 
     using ItemOperation = void (qzkapp::ecad::BaseScene::*)(
         std::vector<du::SmartPtr<qzk::SelectionItem>> const&, du::SmartPtr<qzk::Operation> const&);
@@ -94,8 +70,6 @@ private:
     qzkapp::ecad::PCBScene& api_;
     du::SmartPtr<qzk::ecad::PCBScene> scene_;
     ScenePrinter printer_;
-    std::FILE* out_;
-    std::function<void()> afterLine_;
 };
 
 } // namespace qzhost

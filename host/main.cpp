@@ -10,6 +10,7 @@
 // Whenever the host ends with a non-zero status it says why in one line on stderr.
 #include "HostEvents.h"
 #include "SceneKind.h"
+#include "SchematicSession.h"
 #include "Session.h"
 #include "board/PCBScene.h"
 #include "component/EntryPoints.h"
@@ -17,22 +18,27 @@
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/SchematicData.h"
+#include "qzk/ecad/SchematicScene.h"
+#include "qzk/ecad/SchematicView.h"
 #include "qzkapp/SceneApiFactory.h"
+#include "qzref/Inspect.h"
 #include "qzref/Journal.h"
 #include "qzref/LoaderControl.h"
 #include "qzref/Messages.h"
 #include "qzref/Platform.h"
 #include "qzref/UndoControl.h"
+#include "schematic/SchematicScene.h"
 
 #include <CLI/CLI.hpp>
 #include <dlfcn.h>
 #include <unistd.h>
 
-#include "qzref/Inspect.h"
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -130,41 +136,66 @@ private:
     std::size_t mark_;
 };
 
-int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
-             JournalPrinter& journal) {
-    // Kind 74 always wraps a board scene of the layer.
-    auto* api = static_cast<qzkapp::ecad::PCBScene*>(scene->GetApiScene());
-    auto observer = du::MakeCounted<qzhost::HostEvents>(options.events);
-    api->RegisterObserver(*observer);
+// Waits for the scene's load, then runs the session made for it (script, then picture).
+template <class Events, class Api, class MakeSession>
+int RunScene(Options const& options, Api& api, JournalPrinter& journal, MakeSession make) {
+    auto observer = du::MakeCounted<Events>(options.events);
+    api.RegisterObserver(*observer);
     WaitForLoad(options.design);
     journal.Flush();
     std::printf("design: %s\n", options.design.c_str());
 
     int status = 0;
-    if (!api->IsDesignLoaded()) {
+    if (!api.IsDesignLoaded()) {
         status = Fail("cannot load " + options.design + ": " + observer->GetLoadError());
     } else {
-        qzhost::Session session(*api, scene, stdout);
-        session.SetAfterLine([&journal] { journal.Flush(); });
+        std::unique_ptr<qzhost::ScriptRunner> const session = make();
+        qzref::Messages::PumpUntilIdle();
+        session->SetAfterLine([&journal] { journal.Flush(); });
         if (!options.script.empty()) {
             std::string const script = Resolve(options.script);
             std::ifstream in(script);
             std::string error;
             if (!in) {
                 status = Fail("cannot open the script " + options.script);
-            } else if (!session.Run(in, options.script, error)) {
+            } else if (!session->Run(in, options.script, error)) {
                 status = Fail(error);
             }
         }
         // The picture shows the state the session ended in; none after a failed session.
         std::string why;
-        if (status == 0 && !options.render.empty() && !session.RenderTo(options.render, why)) {
+        if (status == 0 && !options.render.empty() && !session->RenderTo(options.render, why)) {
             status = Fail("cannot render: " + why);
         }
     }
     std::fflush(stdout);
-    api->UnregisterObserver(*observer);
+    api.UnregisterObserver(*observer);
     return status;
+}
+
+int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
+             JournalPrinter& journal) {
+    // Kind 74 always wraps a board scene of the layer.
+    auto* api = static_cast<qzkapp::ecad::PCBScene*>(scene->GetApiScene());
+    return RunScene<qzhost::HostEvents>(options, *api, journal, [&] {
+        return std::make_unique<qzhost::Session>(*api, scene, stdout);
+    });
+}
+
+// A schematic is seen through one view with a page per sheet, made once the design is known,
+// as a viewer makes its window.
+int RunSchematic(qzkapp::SceneApiFactory& factory, Options const& options,
+                 du::SmartPtr<qzk::ecad::SchematicScene> const& scene, JournalPrinter& journal) {
+    // Kinds 73 and 77 always wrap a schematic scene of the layer.
+    auto* api = static_cast<qzkapp::ecad::SchematicScene*>(scene->GetApiScene());
+    return RunScene<qzhost::SchematicHostEvents>(options, *api, journal, [&] {
+        auto const* data =
+            dynamic_cast<qzk::ecad::SchematicData const*>(api->GetDesignData().Get());
+        unsigned int const sheets = data != nullptr ? data->GetNumSheets() : 1;
+        auto view = qzk::ecad::SchematicView::Create(*scene, sheets);
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(view));
+        return std::make_unique<qzhost::SchematicSession>(*api, scene, view, stdout);
+    });
 }
 
 int Open(qzkapp::SceneApiFactory& factory, Options options) {
@@ -209,12 +240,13 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
                     ") is not available yet in this build of the layer");
     }
     int status = 0;
-    auto board = du::DynamicCast<qzk::ecad::PCBScene>(created);
-    if (!board) {
-        status = Fail("the host drives board scenes only; scene kind " + std::to_string(*kind) +
-                      " has no session commands yet");
-    } else {
+    if (auto board = du::DynamicCast<qzk::ecad::PCBScene>(created)) {
         status = RunBoard(options, board, journal);
+    } else if (auto schematic = du::DynamicCast<qzk::ecad::SchematicScene>(created)) {
+        status = RunSchematic(factory, options, schematic, journal);
+    } else {
+        status = Fail("the host has no session commands for scene kind " + std::to_string(*kind) +
+                      " yet");
     }
     qzref::UndoControl::Clear();
     auto* ecad = dynamic_cast<qzk::ecad::BaseScene*>(created.Get());

@@ -30,8 +30,12 @@ check 2 'Usage' -- open "$board" --frobnicate
 check 2 'design is required' -- open
 check 1 '^qzhost: the design path is empty$' -- open ""
 check 1 'qzhost: /nonexistent.json: cannot open the design file' -- open /nonexistent.json
-check 1 'scene kind 73 has no session commands yet' -- \
-    open "$examples/designs/three-sheet-schematic.json"
+check 0 'design loaded' -- open "$examples/designs/three-sheet-schematic.json"
+printf 'sheet go 7\n' >"$scratch/sheet.qzs"
+check 1 "^qzhost: $scratch/sheet.qzs:1:10: no sheet 7; the design has 3\$" -- \
+    open "$examples/designs/three-sheet-schematic.json" --script "$scratch/sheet.qzs"
+check 1 "^qzhost: $scratch/sheet.qzs:1:1: unknown command 'sheet'\$" -- \
+    open "$board" --script "$scratch/sheet.qzs"
 check 1 'scene kind 74 \(board scene\) does not fit a schematic design' -- \
     open "$examples/designs/three-sheet-schematic.json" --kind 74
 check 1 'scene kind 159 .* does not fit a board design; it takes kind 74' -- \

@@ -1,0 +1,52 @@
+// A scripted viewing session on one schematic scene and its view: sheets (go, preview), the view
+// the user pans and zooms, and sublayer colours, each through the layer's public operations the
+// way a viewer calls them. docs/sessions.md is the language.
+#pragma once
+
+#include "ScriptRunner.h"
+#include "du/SmartPtr.h"
+
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qzk::ecad {
+class SchematicScene;
+class SchematicView;
+} // namespace qzk::ecad
+namespace qzkapp::ecad {
+class SchematicScene;
+}
+
+namespace qzhost {
+
+class SchematicSession : public ScriptRunner {
+public:
+    SchematicSession(qzkapp::ecad::SchematicScene& api,
+                     du::SmartPtr<qzk::ecad::SchematicScene> scene,
+                     du::SmartPtr<qzk::ecad::SchematicView> view, std::FILE* out);
+
+private:
+    static Entry<SchematicSession> const kCommands[];
+
+    bool RunSceneCommand(Call const& call, bool& found) override;
+    std::optional<std::string> Query(std::vector<std::string> const& words,
+                                     std::string& error) const override;
+    std::string Rows() const override;
+
+    bool Sheet(Call const& call);
+    bool Pan(Call const& call);
+    bool Sublayer(Call const& call);
+
+    // The sheet number words[word] names; fails on one the design does not have.
+    bool SheetNumber(Call const& call, std::size_t word, short& out) const;
+    unsigned int SheetCount() const;
+    std::string SheetName(unsigned int sheet) const;
+
+    qzkapp::ecad::SchematicScene& api_;
+    du::SmartPtr<qzk::ecad::SchematicScene> scene_;
+    du::SmartPtr<qzk::ecad::SchematicView> view_;
+};
+
+} // namespace qzhost
