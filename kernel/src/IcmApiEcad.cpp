@@ -84,8 +84,8 @@ bool IcmApiEcad::NextIteratedChild(void* iterator, void*& child) const {
 
 bool IcmApiEcad::GetObjectLayer(void* object, short& layer, short& sublayer) const {
     auto const* found = Find(object);
-    layer = found != nullptr ? found->layer : -1;
-    sublayer = found != nullptr ? found->sublayer : -1;
+    layer = found != nullptr ? found->layer : static_cast<short>(-1);
+    sublayer = found != nullptr ? found->sublayer : static_cast<short>(-1);
     return found != nullptr;
 }
 

@@ -117,7 +117,7 @@ std::string Localizer::LocalizeMessage(char const* key, ActionOnFailure onFailur
 
 std::string Localizer::LocalizeMessage(char const* key, AssembleArgs const& args,
                                        ActionOnFailure onFailure) const {
-    std::string const name = key != nullptr ? key : "";
+    std::string name = key != nullptr ? key : "";
     auto const found = catalogue_->texts.find(name);
     if (found != catalogue_->texts.end()) {
         return args.Substitute(found->second);

@@ -59,15 +59,14 @@ char32_t Decode(std::string_view text, std::size_t& i) noexcept {
 }
 
 void AppendWide(std::wstring& out, char32_t value) {
-    if constexpr (sizeof(wchar_t) >= 4) {
-        out += static_cast<wchar_t>(value);
-    } else if (value >= 0x10000) {
+    // A narrow wchar_t takes what lies past the basic plane as a surrogate pair.
+    if (sizeof(wchar_t) < 4 && value >= 0x10000) {
         value -= 0x10000;
         out += static_cast<wchar_t>(0xD800 + (value >> 10));
         out += static_cast<wchar_t>(0xDC00 + (value & 0x3FF));
-    } else {
-        out += static_cast<wchar_t>(value);
+        return;
     }
+    out += static_cast<wchar_t>(value);
 }
 
 void AppendUtf8(std::string& out, char32_t value) {

@@ -65,7 +65,7 @@ Symbol::~Symbol() {
 }
 
 Symbol& Symbol::operator=(Symbol const& other) noexcept {
-    if (entry_ != other.entry_) {
+    if (this != &other && entry_ != other.entry_) {
         other.entry_->uses.fetch_add(1, std::memory_order_relaxed);
         Release(entry_);
         entry_ = other.entry_;

@@ -6,8 +6,8 @@
 #include "qzk/EcadDesign.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/SchematicData.h"
-#include "qzref/DesignObject.h"
 #include "qzref/DesignImage.h"
+#include "qzref/DesignObject.h"
 
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
@@ -367,7 +367,7 @@ private:
         if (found == root.end() || !found->is_string()) {
             Fail(kWrongKind, "not a design file: no \"kind\" text");
         }
-        std::string const kind = found->get<std::string>();
+        std::string kind = found->get<std::string>();
         if (kind != "board" && kind != "schematic" && kind != "overlay" && kind != "images") {
             Fail(kWrongKind,
                  "not a design file of a known kind: \"" + kind +

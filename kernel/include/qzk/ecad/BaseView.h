@@ -32,10 +32,9 @@ protected:
     BaseView(qzk::Scene& scene, unsigned int pages);
 
     // Adds view to its scene; a view that the scene refuses is handed back all the same.
-    template <class T> static du::SmartPtr<T> _AddToScene(qzk::Scene& scene, T* view) {
-        du::SmartPtr<T> held(view);
-        scene.AddView(held);
-        return held;
+    template <class T> static du::SmartPtr<T> _AddToScene(qzk::Scene& scene, du::SmartPtr<T> view) {
+        scene.AddView(view);
+        return view;
     }
 };
 

@@ -11,7 +11,7 @@ public:
     GerberPrefs() = default;
     GerberPrefs(GerberPrefs const&) = default;
     GerberPrefs& operator=(GerberPrefs const&) = default;
-    ~GerberPrefs();
+    ~GerberPrefs() = default;
 
     void Init();
     bool operator==(GerberPrefs const& other) const noexcept;

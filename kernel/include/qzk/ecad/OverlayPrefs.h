@@ -16,7 +16,7 @@ public:
     OverlayPrefs() = default;
     OverlayPrefs(OverlayPrefs const&) = default;
     OverlayPrefs& operator=(OverlayPrefs const&) = default;
-    ~OverlayPrefs();
+    ~OverlayPrefs() = default;
 
     void Init();
     // matrix becomes matrix * flips(center) * rotation(center): the overlay is turned first,

@@ -4,8 +4,6 @@
 
 namespace qzk::ecad {
 
-GerberPrefs::~GerberPrefs() = default;
-
 void GerberPrefs::Init() {
     *this = GerberPrefs();
     prefread::Flag(du::Symbol("Ecad/Gerber/metric"), metric);

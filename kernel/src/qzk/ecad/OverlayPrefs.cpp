@@ -4,8 +4,6 @@
 
 namespace qzk::ecad {
 
-OverlayPrefs::~OverlayPrefs() = default;
-
 void OverlayPrefs::Init() {
     *this = OverlayPrefs();
     for (int quarter : {90, 180, 270}) {

@@ -12,7 +12,7 @@ bool const registered =
 } // namespace
 
 du::SmartPtr<PCBCompareView> PCBCompareView::Create(qzk::Scene& scene, unsigned int pages) {
-    return _AddToScene(scene, new PCBCompareView(scene, pages));
+    return _AddToScene(scene, du::SmartPtr<PCBCompareView>(new PCBCompareView(scene, pages)));
 }
 
 PCBCompareView::PCBCompareView(qzk::Scene& scene, unsigned int pages) : CompareView(scene, pages) {

@@ -11,7 +11,7 @@ bool const registered = ClassType::RegisterClass(classid::EcadPCBView, {classid:
 } // namespace
 
 du::SmartPtr<PCBView> PCBView::Create(qzk::Scene& scene, unsigned int pages) {
-    return _AddToScene(scene, new PCBView(scene, pages));
+    return _AddToScene(scene, du::SmartPtr<PCBView>(new PCBView(scene, pages)));
 }
 
 PCBView::PCBView(qzk::Scene& scene, unsigned int pages) : View(scene, pages) {

@@ -102,7 +102,9 @@ std::string Decoder::String() {
 void* Decoder::Pointer() {
     std::uint64_t high = UInt32();
     std::uint64_t word = (high << 32) | UInt32();
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(word));
+    // An item travels as the address it had when it was posted, by design of the notice.
+    return reinterpret_cast<void*>( // NOLINT(performance-no-int-to-ptr)
+        static_cast<std::uintptr_t>(word));
 }
 
 double Decoder::Double() {
@@ -128,8 +130,8 @@ std::vector<short> Decoder::Shorts() {
 }
 
 std::vector<AppearanceItem> Decoder::Items() {
-    std::vector<AppearanceItem> items(
-        Count(2 * 2 * (1 + sizeof(std::uint32_t)) + 2 * (1 + sizeof(std::uint16_t))));
+    std::vector<AppearanceItem> items(Count((std::size_t{4} * (1 + sizeof(std::uint32_t))) +
+                                            (std::size_t{2} * (1 + sizeof(std::uint16_t)))));
     for (AppearanceItem& item : items) {
         item.object = Pointer();
         item.firstHandle = static_cast<short>(UInt16());

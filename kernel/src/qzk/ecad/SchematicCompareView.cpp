@@ -13,7 +13,8 @@ bool const registered =
 
 du::SmartPtr<SchematicCompareView> SchematicCompareView::Create(qzk::Scene& scene,
                                                                 unsigned int pages) {
-    return _AddToScene(scene, new SchematicCompareView(scene, pages));
+    return _AddToScene(scene,
+                       du::SmartPtr<SchematicCompareView>(new SchematicCompareView(scene, pages)));
 }
 
 SchematicCompareView::SchematicCompareView(qzk::Scene& scene, unsigned int pages)

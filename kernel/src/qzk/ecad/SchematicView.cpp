@@ -11,7 +11,7 @@ bool const registered = ClassType::RegisterClass(classid::EcadSchematicView, {cl
 } // namespace
 
 du::SmartPtr<SchematicView> SchematicView::Create(qzk::Scene& scene, unsigned int pages) {
-    return _AddToScene(scene, new SchematicView(scene, pages));
+    return _AddToScene(scene, du::SmartPtr<SchematicView>(new SchematicView(scene, pages)));
 }
 
 SchematicView::SchematicView(qzk::Scene& scene, unsigned int pages) : View(scene, pages) {
