@@ -112,7 +112,7 @@ TEST_F(IsolationTest, AnEmptiedSetReachesTheKernelAsAClearAndAnEmptySetStaysQuie
     api_->ClearAllIsolated(op);
     EXPECT_EQ(Ops(Journal::Since(mark), {"SetIsolated", "ClearIsolated", "SetViewsDirty"}),
               std::vector<std::string>{});
-    EXPECT_EQ(op->GetStepCount(), 2u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 2u);
 
     api_->Isolate({Item("C1")}, nullptr);
     mark = Journal::Size();

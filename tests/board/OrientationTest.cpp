@@ -75,7 +75,7 @@ TEST_F(OrientationTest, RotationIsStoredReducedWhileTheViewTurnsByWhatWasAsked) 
     auto const op = NewOperation();
     api_->SetRotation(360, op, true); // 0 again: nothing at all
     EXPECT_TRUE(Journal::Since(mark).empty());
-    EXPECT_EQ(op->GetStepCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 0u);
 
     api_->SetRotation(450, op, true);
     EXPECT_EQ(api_->GetRotation(), 90);
@@ -90,7 +90,7 @@ TEST_F(OrientationTest, RotationIsStoredReducedWhileTheViewTurnsByWhatWasAsked) 
     EXPECT_EQ(api_->GetRotation(), 270);
     EXPECT_EQ(Turns(), (std::vector<std::string>{"Z 450", "Z -180", "Z 360"}));
     EXPECT_EQ(Events(), (std::vector<std::string>{"Rotation 90", "Rotation -90", "Rotation 270"}));
-    EXPECT_EQ(op->GetStepCount(), 3u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 3u);
     // The steps go into op; the caller records it.
     EXPECT_EQ(qzref::UndoControl::GetUndoCount(), 0u);
 
@@ -124,7 +124,7 @@ TEST_F(OrientationTest, FlipTurnsTheViewThenInvertsTheLayersThenPosts) {
     mark = Journal::Size();
     api_->SetFlip(true, op, true);
     EXPECT_TRUE(Journal::Since(mark).empty());
-    EXPECT_EQ(op->GetStepCount(), 2u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 2u);
 
     // Without the view: the field and the event, a step, but no turn and no inversion.
     Turns();
@@ -150,7 +150,7 @@ TEST_F(OrientationTest, UndoOfAFlipAlwaysTurnsAndInvertsAndRedoDoesItAgain) {
 
     auto op = NewOperation();
     api_->ToggleFlip(op);
-    ASSERT_EQ(op->GetStepCount(), 2u);
+    ASSERT_EQ(qzref::Inspect(*op).GetStepCount(), 2u);
     qzk::RecordOperation(op);
     Turns();
     Events();

@@ -139,7 +139,7 @@ TEST_F(PCBSceneTest, RecordedColourChangeSwapsOnEachUndoAndRedo) {
     du::SmartPtr<qzk::Operation> op(
         new qzk::Operation("colour", du::SmartPtr<qzk::Scene>(scene_), false));
     api_->SetColorVisInfo(changed, op, qzkapp::ecad::ChangeSourceScene);
-    ASSERT_EQ(op->GetStepCount(), 1u);
+    ASSERT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     EXPECT_EQ(op->GetSteps()[0]->GetStepType(), du::Symbol("QzkappEcadColorVisPCBOperationStep"));
     qzk::RecordOperation(op);
 

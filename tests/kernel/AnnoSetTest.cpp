@@ -133,7 +133,7 @@ TEST_F(AnnoSetTest, AnObserverThatUnregistersItselfHearsNoMore) {
     qzref::Inspect(*set).AddAnnotation(b);
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer.lines, (std::vector<std::string>{"added 1 -1"}));
-    EXPECT_EQ(set->GetObserverCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*set).GetObserverCount(), 0u);
 }
 
 TEST_F(AnnoSetTest, VisitFollowsSetOrderEitherWayAndStopsOnFalse) {
@@ -198,7 +198,7 @@ TEST_F(AnnoSetTest, RemovalWithOperationIsUndoneAtItsOldPlace) {
     qzref::Inspect(*set).AddAnnotation(c);
     du::SmartPtr<qzk::Operation> op(new qzk::Operation("Remove", nullptr, true));
     ASSERT_TRUE(set->RemoveAnnotationFromSet(b, op));
-    ASSERT_EQ(op->GetStepCount(), 1u);
+    ASSERT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     auto step = op->GetSteps().front();
     RecordingSetObserver observer;
     ASSERT_TRUE(set->RegisterObserver(observer));
@@ -225,7 +225,7 @@ TEST_F(AnnoSetTest, ShowAndHideNotifyOnlyWhenAskedAndUndoRestoresVisibility) {
     du::SmartPtr<qzk::Operation> op(new qzk::Operation("Show", nullptr, true));
     a->Show(true, op);
     EXPECT_TRUE(a->IsVisible());
-    ASSERT_EQ(op->GetStepCount(), 1u);
+    ASSERT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     op->GetSteps().front()->Undo();
     EXPECT_FALSE(a->IsVisible());
     Messages::PumpUntilIdle();

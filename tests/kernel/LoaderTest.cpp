@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <string>
 #include <thread>
 #include <vector>
@@ -82,7 +83,7 @@ TEST_F(LoaderTest, ReadDesignIsStoredAndTheCompletionIsDeliveredByTheLoop) {
     ASSERT_GE(lines.size(), 2u);
     EXPECT_EQ(lines[1], "Loader.LoadEcadDesign(\"" + Example("four-layer-board.json") + "\")");
     // The kernel's part ends with the completion.
-    EXPECT_FALSE(qzk::Kernel::GetKernel()->IsManaging(event.Get()));
+    EXPECT_FALSE(qzref::Inspect(*qzk::Kernel::GetKernel()).IsManaging(event.Get()));
 }
 
 TEST_F(LoaderTest, UnreadableFilesCompleteWithErrorNumberAndText) {

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qzref/Inspect.h"
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
@@ -142,7 +143,7 @@ TEST_F(ObservableTest, RegisterInitHelperRunsOnceForTheNewObserverOnly) {
     EXPECT_FALSE(observable.Register(first, true));
     EXPECT_TRUE(observable.Register(third, false));
     EXPECT_EQ(observable.initialised.size(), 2u);
-    EXPECT_EQ(observable.GetObserverCount(), 3u);
+    EXPECT_EQ(qzref::Inspect(observable).GetObserverCount(), 3u);
 
     // An observer belongs to one observable at a time.
     TestObservable other;
@@ -164,8 +165,8 @@ TEST_F(ObservableTest, DestroyRunsOnceAndReturnsAtOnceWhenCalledFromOnDestroy) {
     EXPECT_EQ(observable.postDestroyCalls, 1);
     EXPECT_EQ(a.detached, 1);
     EXPECT_EQ(b.detached, 1);
-    EXPECT_EQ(observable.GetObserverCount(), 0u);
-    EXPECT_EQ(a.GetObservable(), nullptr);
+    EXPECT_EQ(qzref::Inspect(observable).GetObserverCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(a).GetObservable(), nullptr);
 
     observable.Destroy();
     EXPECT_EQ(observable.destroyCalls, 1);
@@ -191,7 +192,7 @@ TEST_F(ObservableTest, UnregisterTellsTheObserverAndTheKernelLetsItGo) {
 
     EXPECT_TRUE(kept->Unregister());
     EXPECT_FALSE(kept->Unregister());
-    EXPECT_FALSE(kernel->IsManaging(kept.Get()));
+    EXPECT_FALSE(qzref::Inspect(*kernel).IsManaging(kept.Get()));
     EXPECT_EQ(kept->unregistered, 0);
     Messages::PumpUntilIdle();
     EXPECT_EQ(kept->unregistered, 1);
@@ -201,7 +202,7 @@ TEST_F(ObservableTest, UnregisterTellsTheObserverAndTheKernelLetsItGo) {
     EXPECT_TRUE(observable.DoUnregisterObserver(*handedOverRaw));
     EXPECT_TRUE(destroyed);
     Messages::PumpUntilIdle();
-    EXPECT_EQ(observable.GetObserverCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(observable).GetObserverCount(), 0u);
 }
 
 TEST_F(ObservableTest, ObserverThatEndsWhileRegisteredLeavesTheList) {
@@ -212,7 +213,7 @@ TEST_F(ObservableTest, ObserverThatEndsWhileRegisteredLeavesTheList) {
         observable.PostObservableEvent(
             qzk::Observable::SimpleEvent(TestObservable::GetNextEventId()), false);
     }
-    EXPECT_EQ(observable.GetObserverCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(observable).GetObserverCount(), 0u);
     Messages::PumpUntilIdle();
     RecordingObserver later;
     EXPECT_TRUE(observable.Register(later, false));
@@ -223,9 +224,9 @@ TEST_F(ObservableTest, ObservableThatEndsFirstLeavesItsObserversUnregistered) {
     {
         TestObservable observable;
         observable.Register(observer, false);
-        EXPECT_EQ(observer.GetObservable(), &observable);
+        EXPECT_EQ(qzref::Inspect(observer).GetObservable(), &observable);
     }
-    EXPECT_EQ(observer.GetObservable(), nullptr);
+    EXPECT_EQ(qzref::Inspect(observer).GetObservable(), nullptr);
     EXPECT_FALSE(observer.Unregister());
 }
 
@@ -266,7 +267,7 @@ TEST_F(ObservableTest, DestroyWhileAnotherThreadRegistersAndDropsObservers) {
         go.store(true);
         observable->Destroy();
         other.join();
-        EXPECT_EQ(observable->GetObserverCount(), 0u);
+        EXPECT_EQ(qzref::Inspect(*observable).GetObserverCount(), 0u);
         Messages::DiscardPending();
     }
 }

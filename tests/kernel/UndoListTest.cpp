@@ -115,7 +115,7 @@ TEST_F(UndoListTest, NullAndTransientOperationsAreNotRecorded) {
     qzk::RecordOperation(nullptr);
     du::SmartPtr<qzk::Operation> transient(new qzk::Operation("scratch", nullptr, true));
     transient->AddStep(nullptr);
-    EXPECT_EQ(transient->GetStepCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*transient).GetStepCount(), 0u);
     qzk::RecordOperation(transient);
     EXPECT_EQ(UndoControl::GetUndoCount(), 0u);
     EXPECT_FALSE(UndoControl::Undo());

@@ -37,8 +37,8 @@ TEST(BaseSceneLife, CreatedBoundHeardAndEndedByTheKernelWithNothingLeft) {
 
     du::SmartPtr<qzk::SelectionManager> selection;
     kernel->GetSelectionManager(selection);
-    EXPECT_EQ(selection->GetObserverCount(), 1u);
-    EXPECT_EQ(qzk::World::GetWorld()->GetObserverCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*selection).GetObserverCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*qzk::World::GetWorld()).GetObserverCount(), 1u);
 
     Recorder recorder;
     ASSERT_TRUE(scene->RegisterObserver(recorder));
@@ -50,11 +50,11 @@ TEST(BaseSceneLife, CreatedBoundHeardAndEndedByTheKernelWithNothingLeft) {
 
     qzref::Inspect(*kernel).DestroyScene();
     EXPECT_EQ(kernel->GetApiScene(), nullptr);
-    EXPECT_EQ(selection->GetObserverCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*selection).GetObserverCount(), 0u);
     selection = nullptr;
     kernel = nullptr;
     qzref::Messages::PumpUntilIdle();
-    EXPECT_EQ(qzk::World::GetWorld()->GetObserverCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*qzk::World::GetWorld()).GetObserverCount(), 0u);
     qzref::Platform::Stop();
     EXPECT_EQ(qzk::MemoryPoolAllocated::GetLiveBlockCount(), poolBefore);
 }
@@ -207,7 +207,7 @@ TEST_F(SceneTest, FillSwitchRecordedThenSceneEndedLeavesNothingToUndo) {
     du::SmartPtr<qzk::Operation> op(
         new qzk::Operation("fill", du::SmartPtr<qzk::Scene>(kernel), false));
     scene->ToggleFillShapes(op);
-    ASSERT_EQ(op->GetStepCount(), 1u);
+    ASSERT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     qzk::RecordOperation(op);
     op = nullptr;
     ASSERT_EQ(qzref::UndoControl::GetUndoCount(), 1u);

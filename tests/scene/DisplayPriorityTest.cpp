@@ -79,7 +79,7 @@ TEST_F(DisplayPriority, ApplyDropsUnknownAndRepeatedHandlesAndUndoesThroughTheCa
     scene->ApplyDrawOrder({5, 9, 5, 2}, true, op);
     EXPECT_EQ(Order(), (Layers{5, 2, 1, 3, 4}));
     EXPECT_TRUE(scene->GetInvertLayers());
-    EXPECT_EQ(op->GetStepCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     EXPECT_EQ(qzref::UndoControl::GetUndoCount(), 0u); // the caller records
     EXPECT_EQ(recorder.Take(), std::vector<std::string>{"draworder"});
 

@@ -158,12 +158,12 @@ TEST_F(GroupColors, SwitchesRecordOnlyRealChangesAndOverlapNever) {
     scene->LoadColorVisInfo(op); // no groups: nothing at all
     scene->SetFillShapes(false, op);
     scene->ToggleOverlapColor(op);
-    EXPECT_EQ(op->GetStepCount(), 0u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 0u);
     EXPECT_TRUE(scene->GetOverlapColor());
     EXPECT_TRUE(qzref::Inspect(*kernel).GetOverlapColor());
 
     scene->SetFillShapes(true, op);
-    EXPECT_EQ(op->GetStepCount(), 1u);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     EXPECT_TRUE(qzref::Inspect(*kernel).GetFillShapes());
     qzk::RecordOperation(op);
     ASSERT_TRUE(qzref::UndoControl::Undo());

@@ -129,7 +129,7 @@ TEST_F(SchematicTest, AColourStepUndoneTwiceSwapsBackEachTimeAndPostsUndo) {
     du::SmartPtr<qzk::Operation> op(
         new qzk::Operation("colour", du::SmartPtr<qzk::Scene>(scene), false));
     api->SetSublayerColorVisInfo(changed, op, static_cast<qzkapp::ecad::ChangeSource>(9));
-    ASSERT_EQ(op->GetStepCount(), 1u);
+    ASSERT_EQ(qzref::Inspect(*op).GetStepCount(), 1u);
     EXPECT_EQ(op->GetSteps()[0]->GetStepType(),
               du::Symbol("QzkappEcadColorVisSublayerOperationStep"));
     qzk::RecordOperation(op);

@@ -14,6 +14,10 @@
 #include <mutex>
 #include <vector>
 
+namespace qzref {
+class ManagedObjectInspector;
+}
+
 namespace dom {
 
 class MessageReader;
@@ -45,14 +49,16 @@ public:
     // Lets go of object; false if it was not managed here. The reference is released after the
     // keeper's own lock is left, so the object's destructor may call back.
     bool UnmanageObject(ManagedObject const* object);
-    bool IsManaging(ManagedObject const* object) const;
-    std::size_t GetManagedCount() const;
 
 protected:
     // Lets go of every managed object; a keeper calls this when it ends.
     void UnmanageAll();
 
 private:
+    friend class qzref::ManagedObjectInspector;
+    bool IsManaging(ManagedObject const* object) const;
+    std::size_t GetManagedCount() const;
+
     mutable std::mutex managedMutex_;
     std::vector<du::SmartPtr<ManagedObject>> managed_;
 };

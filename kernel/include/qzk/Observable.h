@@ -16,6 +16,10 @@
 #include <atomic>
 #include <cstddef>
 
+namespace qzref {
+class ObservableInspector;
+}
+
 namespace qzk {
 
 class Observer;
@@ -77,10 +81,6 @@ public:
     void Destroy();
     bool IsDestroyed() const noexcept { return destroying_.load(std::memory_order_acquire); }
 
-    // Kernel-side readers for tests.
-    std::size_t GetObserverCount() const { return dom::Observable::GetObserverCount(); }
-    bool IsRegistered(Observer const& observer) const;
-
 protected:
     static unsigned char GetNextEventId() noexcept;
 
@@ -100,6 +100,11 @@ protected:
 
 private:
     friend class Observer;
+    friend class qzref::ObservableInspector;
+
+    std::size_t GetObserverCount() const { return dom::Observable::GetObserverCount(); }
+    bool IsRegistered(Observer const& observer) const;
+
     // Ends observer's tie to whichever observable holds it (or only to expected, when given) and
     // returns its proxy; null if there was no such tie.
     static du::SmartPtr<dom::ObserverProxy> Unlink(Observer& observer, Observable const* expected);

@@ -13,6 +13,10 @@ namespace dom {
 class MessageReader;
 }
 
+namespace qzref {
+class ObserverInspector;
+}
+
 namespace qzk {
 
 class Observable;
@@ -37,11 +41,12 @@ public:
     bool Unregister();
     bool ZeroReferenceCountHook() const override;
 
-    // Kernel side: the observable this observer is registered with, or null.
-    Observable* GetObservable() const;
-
 private:
     friend class Observable;
+    friend class qzref::ObserverInspector;
+
+    // The observable this observer is registered with, or null.
+    Observable* GetObservable() const;
     // Guarded by a kernel-wide mutex shared with qzk::Observable.
     Observable* observable_ = nullptr;
 };

@@ -16,6 +16,10 @@
 #include <string>
 #include <vector>
 
+namespace qzref {
+class OperationInspector;
+}
+
 namespace qzk {
 
 class OperationStep;
@@ -34,13 +38,15 @@ public:
     // Kernel side.
     std::string const& GetName() const noexcept { return name_; }
     bool IsTransient() const noexcept { return transient_; }
-    std::size_t GetStepCount() const;
     std::vector<du::SmartPtr<OperationStep>> GetSteps() const;
     du::SmartPtr<Scene> const& GetScene() const noexcept { return scene_; }
     // How the journal names the operation in an argument: Operation("<name>").
     std::string GetJournalName() const;
 
 private:
+    friend class qzref::OperationInspector;
+    std::size_t GetStepCount() const;
+
     std::string const name_;
     du::SmartPtr<Scene> const scene_;
     bool const transient_;

@@ -14,6 +14,10 @@
 #include <mutex>
 #include <vector>
 
+namespace qzref {
+class SelectionManagerInspector;
+}
+
 namespace qzk {
 
 class SelectionItem;
@@ -50,7 +54,6 @@ public:
 
     // Kernel side.
     std::vector<du::SmartPtr<SelectionItem>> GetItems(unsigned int channel) const;
-    std::size_t GetObserverCount() const { return observers_.GetObserverCount(); }
     // Tells the observers that the manager ends (the kernel scene calls this as it goes; the
     // destructor does it too if nobody did).
     void NotifyDestroyed();
@@ -59,6 +62,9 @@ protected:
     void _OnDestroy() override;
 
 private:
+    friend class qzref::SelectionManagerInspector;
+    std::size_t GetObserverCount() const { return observers_.GetObserverCount(); }
+
     std::vector<du::SmartPtr<SelectionItem>>* Channel(unsigned int channel);
 
     mutable std::mutex mutex_;

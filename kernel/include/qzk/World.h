@@ -16,6 +16,7 @@
 namespace qzref {
 class Platform;
 class PreferencesControl;
+class WorldInspector;
 } // namespace qzref
 
 namespace qzk {
@@ -42,13 +43,15 @@ public:
     // Kernel side: notices to every registered observer.
     void NotifyPreferencesChanged();
     void NotifyWorldDestroyed();
-    void NotifyLanguageChanged();
-    std::size_t GetObserverCount() const;
 
 protected:
     void _OnDestroy() override;
 
 private:
+    friend class qzref::WorldInspector;
+    void NotifyLanguageChanged();
+    std::size_t GetObserverCount() const;
+
     friend class qzref::Platform;
     World();
     static void SetWorld(du::SmartPtr<World> const& world);

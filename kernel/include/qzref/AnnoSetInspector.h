@@ -6,16 +6,17 @@
 #include "du/SmartPtr.h"
 #include "qzk/AnnoSet.h"
 #include "qzk/Annotation.h"
+#include "qzref/ObservableInspector.h"
 
 #include <vector>
 
 namespace qzref {
 
-class AnnoSetInspector {
+class AnnoSetInspector : public ObservableInspector {
 public:
     using AuxiliaryData = qzk::AnnoSet::AuxiliaryData;
 
-    explicit AnnoSetInspector(qzk::AnnoSet& set) noexcept : set_(set) {}
+    explicit AnnoSetInspector(qzk::AnnoSet& set) noexcept : ObservableInspector(set), set_(set) {}
 
     std::vector<du::SmartPtr<qzk::Annotation>> GetAnnotations() const {
         return set_.GetAnnotations();

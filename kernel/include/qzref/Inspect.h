@@ -12,6 +12,10 @@
 #include "qzref/BaseSceneInspector.h"
 #include "qzref/BoardSceneInspector.h"
 #include "qzref/CompareSceneInspector.h"
+#include "qzref/ManagedObjectInspector.h"
+#include "qzref/ObservableInspector.h"
+#include "qzref/ObserverInspector.h"
+#include "qzref/OperationInspector.h"
 #include "qzref/OverlayInspector.h"
 #include "qzref/PCBSchCompareSceneInspector.h"
 #include "qzref/QzkAppInspector.h"
@@ -19,11 +23,33 @@
 #include "qzref/SceneManagerInspector.h"
 #include "qzref/SchematicCompareSceneInspector.h"
 #include "qzref/SchematicSceneInspector.h"
+#include "qzref/SelectionManagerInspector.h"
 #include "qzref/ViewInspector.h"
+#include "qzref/WorldInspector.h"
 
 #include <type_traits>
 
 namespace qzref {
+
+// The kernel's building blocks.
+inline ObservableInspector Inspect(qzk::Observable& observable) {
+    return ObservableInspector(observable);
+}
+inline ObserverInspector Inspect(qzk::Observer& observer) {
+    return ObserverInspector(observer);
+}
+inline ManagedObjectInspector Inspect(dom::ManagedObject& keeper) {
+    return ManagedObjectInspector(keeper);
+}
+inline OperationInspector Inspect(qzk::Operation& operation) {
+    return OperationInspector(operation);
+}
+inline SelectionManagerInspector Inspect(qzk::SelectionManager& manager) {
+    return SelectionManagerInspector(manager);
+}
+inline WorldInspector Inspect(qzk::World& world) {
+    return WorldInspector(world);
+}
 
 inline BaseSceneInspector Inspect(qzk::ecad::BaseScene& scene) {
     return BaseSceneInspector(scene);
