@@ -1,5 +1,7 @@
 #include "ScenePrinter.h"
 
+#include "ScriptRunner.h"
+
 #include "board/PCBScene.h"
 #include "du/StringConversion.h"
 #include "qzk/SelectionItem.h"
@@ -20,12 +22,6 @@
 namespace qzhost {
 
 namespace {
-
-std::string Hex(unsigned int word) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%08X", word);
-    return text;
-}
 
 std::string Join(std::vector<std::string> const& words) {
     std::string out;

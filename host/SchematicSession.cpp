@@ -15,12 +15,6 @@ namespace qzhost {
 
 namespace {
 
-std::string Hex(unsigned int word) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%08X", word);
-    return text;
-}
-
 std::string Narrow(wchar_t const* text) {
     std::string out;
     for (; text != nullptr && *text != 0; ++text) {

@@ -20,6 +20,12 @@ std::string Join(std::vector<ScriptWord> const& words, std::size_t from, std::si
 
 } // namespace
 
+std::string Hex(unsigned int word) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%08X", word);
+    return text;
+}
+
 bool ToInt(std::string const& text, long long least, long long most, long long& out) {
     try {
         std::size_t used = 0;

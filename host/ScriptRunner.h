@@ -18,6 +18,9 @@
 
 namespace qzhost {
 
+// A colour word as a session prints it: 0x and eight hexadecimal digits.
+std::string Hex(unsigned int word);
+
 // text as an integer in [least, most] (decimal, or hexadecimal with 0x); false otherwise.
 bool ToInt(std::string const& text, long long least, long long most, long long& out);
 
