@@ -6,6 +6,7 @@
 #include "du/StringConversion.h"
 #include "qzk/SelectionItem.h"
 #include "qzk/SelectionManager.h"
+#include "qzk/ecad/GroupCVInfoSet.h"
 #include "qzk/ecad/HighlightItem.h"
 #include "qzk/ecad/IsolateItem.h"
 #include "qzk/ecad/ItemContainer.h"
@@ -63,7 +64,7 @@ ScenePrinter::ScenePrinter(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::
     : api_(api), scene_(std::move(scene)) {}
 
 std::vector<std::string> ScenePrinter::QueryNames() {
-    return {"draw-order", "highlights", "isolated",     "orientation", "sublayer",
+    return {"draw-order", "highlights", "isolated",     "orientation", "sublayer", "group",
             "look",       "selection",  "preselection", "undo",        "redo"};
 }
 
@@ -124,6 +125,19 @@ std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& w
         }
         return std::to_string(what == "undo" ? qzref::UndoControl::GetUndoCount()
                                              : qzref::UndoControl::GetRedoCount());
+    }
+    if (what == "group") {
+        if (arguments != 1) {
+            error = "'group' takes one group name";
+            return std::nullopt;
+        }
+        qzk::ecad::GroupCVInfoSet set(false);
+        api_.GetGroupColorVisInfo(set);
+        auto const found = set.find(qzk::ecad::GroupCVInfo(words[1].c_str()));
+        if (found == set.end()) {
+            return std::string("none");
+        }
+        return Hex(found->color) + (found->visible ? " visible" : " hidden");
     }
     if (what == "sublayer") {
         short layer = 0;

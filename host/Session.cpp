@@ -31,6 +31,7 @@ Session::Entry<Session> const Session::kCommands[] = {
     {"rotate", &Session::Rotate},
     {"draw-order", &Session::DrawOrder},
     {"sublayer", &Session::Sublayer},
+    {"group", &Session::Group},
 };
 
 Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
@@ -281,6 +282,70 @@ bool Session::RenderTo(std::string const& path, std::string& why) const {
     view.flip = api_.GetFlip();
     view.rotation = api_.GetRotation();
     return qzref::Renderer::Render(*scene_, view, path, why);
+}
+
+bool Session::Group(Call const& call) {
+    char const* const usage =
+        "add NAME COLOUR, members NAME OBJECT..., color NAME WORD or visible NAME yes|no";
+    if (!call.Count(3, 10000, usage)) {
+        return false;
+    }
+    std::string const& verb = call.words[1].text;
+    du::Symbol const name(call.words[2].text);
+    long long word = 0;
+    if (verb == "add") {
+        if (!call.Count(3, 3, "group add NAME COLOUR")) {
+            return false;
+        }
+        if (!ToInt(call.words[3].text, 0, 0xFFFFFFFFLL, word)) {
+            return call.Fail(3, "expected a colour word such as 0x010000FF, not '" +
+                                    call.words[3].text + "'");
+        }
+        groups_.emplace_back(name, false, dg::Color(static_cast<unsigned int>(word), true));
+        api_.UpdateGroups(groups_);
+        return true;
+    }
+    if (verb == "members") {
+        std::vector<du::SmartPtr<qzk::SelectionItem>> items;
+        if (!Items(call, 3, items)) {
+            return false;
+        }
+        // What the kernel tells when objects join a group.
+        api_.OnGroupContentAdded(name, items);
+        return true;
+    }
+    if (verb != "color" && verb != "colour" && verb != "visible") {
+        return call.Fail(1, std::string("expected ") + usage + ", not '" + verb + "'");
+    }
+    if (!call.Count(3, 3,
+                    verb == "visible" ? "group visible NAME yes|no" : "group color NAME WORD")) {
+        return false;
+    }
+    qzk::ecad::GroupCVInfoSet set(false);
+    api_.GetGroupColorVisInfo(set);
+    auto const found = set.find(qzk::ecad::GroupCVInfo(call.words[2].text.c_str()));
+    if (found == set.end()) {
+        return call.Fail(2, "no group named '" + call.words[2].text + "'");
+    }
+    qzk::ecad::GroupCVInfo entry = *found;
+    std::string const& value = call.words[3].text;
+    if (verb == "visible") {
+        if (value != "yes" && value != "no") {
+            return call.Fail(3, "expected yes or no, not '" + value + "'");
+        }
+        entry.visible = value == "yes";
+    } else {
+        if (!ToInt(value, 0, 0xFFFFFFFFLL, word)) {
+            return call.Fail(3, "expected a colour word such as 0x010000FF, not '" + value + "'");
+        }
+        entry.color = static_cast<unsigned int>(word);
+    }
+    set.erase(found);
+    set.insert(entry);
+    auto const op = NewOperation("Group colour");
+    api_.SetGroupColorVisInfo(set, op, qzkapp::ecad::ChangeSourceScene);
+    Record(op);
+    return true;
 }
 
 } // namespace qzhost

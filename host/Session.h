@@ -8,6 +8,7 @@
 #include "ScenePrinter.h"
 #include "ScriptRunner.h"
 #include "du/SmartPtr.h"
+#include "scene/GroupInfo.h"
 
 #include <cstdio>
 #include <functional>
@@ -55,6 +56,7 @@ private:
     bool Rotate(Call const& call);
     bool DrawOrder(Call const& call);
     bool Sublayer(Call const& call);
+    bool Group(Call const& call);
 
     using ItemOperation = void (qzkapp::ecad::BaseScene::*)(
         std::vector<du::SmartPtr<qzk::SelectionItem>> const&, du::SmartPtr<qzk::Operation> const&);
@@ -70,6 +72,8 @@ private:
     qzkapp::ecad::PCBScene& api_;
     du::SmartPtr<qzk::ecad::PCBScene> scene_;
     ScenePrinter printer_;
+    // The groups as the viewer knows them, told to the scene whole after each change.
+    std::vector<qzkapp::ecad::GroupInfo> groups_;
 };
 
 } // namespace qzhost
