@@ -34,7 +34,9 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -105,15 +107,25 @@ std::string LinkedLayerPath() {
     return "libqzecad.so";
 }
 
-// Waits for the loader, showing its progress on a terminal.
+// Waits for the loader, showing how far it has come on a terminal (or wherever stderr goes when
+// QZHOST_PROGRESS is set): the percentage as the loader reads, each time it rises.
 void WaitForLoad(std::string const& path) {
-    bool const terminal = isatty(STDERR_FILENO) != 0;
-    if (terminal) {
-        std::fprintf(stderr, "loading %s ...", path.c_str());
+    char const* const forced = std::getenv("QZHOST_PROGRESS");
+    bool const show = isatty(STDERR_FILENO) != 0 || (forced != nullptr && *forced != 0);
+    int shown = -1;
+    auto report = [&](int percent) {
+        if (show && percent > shown) {
+            shown = percent;
+            std::fprintf(stderr, "\rloading %s ... %3d%%", path.c_str(), percent);
+            std::fflush(stderr);
+        }
+    };
+    while (!qzref::LoaderControl::WaitUntilIdleFor(std::chrono::milliseconds(50))) {
+        report(qzref::LoaderControl::GetProgress());
     }
-    qzref::LoaderControl::WaitUntilIdle();
-    if (terminal) {
-        std::fprintf(stderr, " 100%%\n");
+    report(100);
+    if (show) {
+        std::fputc('\n', stderr);
     }
     qzref::Messages::PumpUntilIdle();
 }

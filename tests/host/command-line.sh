@@ -72,5 +72,15 @@ fi
 (cd / && "$host" open examples/designs/four-layer-board.json >/dev/null 2>&1) || {
     echo "FAIL: relative design path from /"; failures=$((failures + 1)); }
 
+# Progress shows where stderr is not a terminal only when asked for; it ends at 100%.
+quiet=$("$host" open "$board" 2>&1 >/dev/null)
+if grep -q 'loading' <<<"$quiet"; then
+    echo "FAIL: progress shown where stderr is no terminal: $quiet"; failures=$((failures + 1))
+fi
+shown=$(QZHOST_PROGRESS=1 "$host" open "$board" 2>&1 >/dev/null | tr '\r' '\n')
+if ! grep -qE "^loading .*four-layer-board.json \.\.\. 100%$" <<<"$shown"; then
+    echo "FAIL: no progress with QZHOST_PROGRESS=1: $shown"; failures=$((failures + 1))
+fi
+
 [ "$failures" -eq 0 ] && echo "all command-line cases passed"
 exit "$failures"

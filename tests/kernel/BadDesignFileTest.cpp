@@ -312,3 +312,31 @@ TEST(BadDesignFile, LargeValidBoardsReadInTimeAndMemoryProportionalToTheirSize) 
 }
 
 } // namespace
+
+namespace {
+
+// Fault guarded: a board's objects were read with no report between 40 and 100 percent, so a
+// large design sat at 40% for as long as it took to read it.
+TEST(DesignFileProgress, ALargeBoardReportsItsProgressAsItReadsItsObjects) {
+    Scratch scratch;
+    std::string const path = scratch.Write("progress.json", GeneratedBoard(7000));
+    std::vector<int> reports;
+    auto const read =
+        qzref::ReadDesignFile(path, [&](unsigned char percent) { reports.push_back(percent); });
+    ASSERT_EQ(read.result, 0) << read.errorText;
+    ASSERT_FALSE(reports.empty());
+    EXPECT_EQ(reports.front(), 0);
+    EXPECT_EQ(reports.back(), 100);
+    EXPECT_TRUE(std::is_sorted(reports.begin(), reports.end()) &&
+                std::adjacent_find(reports.begin(), reports.end()) == reports.end())
+        << "reports rise strictly";
+    auto const within = [&](int low, int high) {
+        return std::count_if(reports.begin(), reports.end(),
+                             [&](int p) { return p > low && p < high; });
+    };
+    // A thousand components and as many nets: every percent of both phases is told.
+    EXPECT_EQ(within(55, 75), 19);
+    EXPECT_EQ(within(75, 90), 14);
+}
+
+} // namespace

@@ -13,6 +13,7 @@
 #include "du/SmartPtr.h"
 #include "qzk/Object.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -59,7 +60,7 @@ private:
     static void SetLoader(du::SmartPtr<Loader> const& loader);
     void Run();
     void Stop();
-    static void Read(Job& job);
+    void Read(Job& job);
 
     std::mutex mutex_;
     std::condition_variable wake_;
@@ -68,6 +69,8 @@ private:
     bool holding_ = false;
     bool stopping_ = false;
     bool busy_ = false;
+    // The percentage of the load being read, -1 when none is.
+    std::atomic<int> progress_{-1};
     std::condition_variable idle_;
     std::thread thread_;
 };

@@ -7,6 +7,7 @@
 
 #include "du/Symbol.h"
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -26,6 +27,11 @@ public:
     static std::string GetHeldUrl();
     // Waits until the loader has read everything it was asked to (held loads excepted).
     static void WaitUntilIdle();
+    // The same for at most timeout; true when the loader is idle.
+    static bool WaitUntilIdleFor(std::chrono::milliseconds timeout);
+    // How far the load being read has come, in percent as its event is told; -1 when the loader
+    // reads nothing.
+    static int GetProgress();
 };
 
 } // namespace qzref

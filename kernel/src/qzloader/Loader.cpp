@@ -82,6 +82,7 @@ void Loader::Run() {
             busy_ = true;
         }
         Read(job);
+        progress_.store(-1, std::memory_order_relaxed);
         {
             std::lock_guard lock(mutex_);
             busy_ = false;
@@ -98,10 +99,11 @@ void Loader::Read(Job& job) {
     // Throwing from the progress callback is the reader's way to stop early.
     qzref::DesignReadResult result = qzref::ReadDesignFile(
         job.design->GetURL().str(),
-        [event](unsigned char percent) {
+        [this, event](unsigned char percent) {
             if (event->IsCanceled()) {
                 throw std::runtime_error("cancelled");
             }
+            progress_.store(percent, std::memory_order_relaxed);
             event->Progress(percent);
         },
         job.design->GetRequiredKind());

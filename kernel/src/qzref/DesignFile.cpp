@@ -207,6 +207,14 @@ public:
     }
 
 private:
+    // The share of a reading phase that spans from..to percent, done after i of n items; a large
+    // design so shows its progress as it goes, not only at the phases' ends.
+    void Progress(std::size_t i, std::size_t n, int from, int to) {
+        if (n != 0) {
+            Progress(from + static_cast<int>(static_cast<std::size_t>(to - from) * i / n));
+        }
+    }
+
     // Reports rise only; the first report is 0.
     void Progress(int percent) {
         if (progress_ && (!started_ || percent > lastProgress_)) {
@@ -609,6 +617,7 @@ private:
         json const& components = Array(root, "components", "", false);
         std::set<std::string> componentNames;
         for (std::size_t i = 0; i < components.size(); ++i) {
+            Progress(i, components.size(), 55, 75);
             std::string const at = At("", "components", i);
             json const& item = Object(components[i], at);
             std::string const name = Text(item, "name", at);
@@ -681,6 +690,7 @@ private:
         std::set<std::string> netNames;
         std::set<std::string> connected;
         for (std::size_t i = 0; i < nets.size(); ++i) {
+            Progress(i, nets.size(), 75, 90);
             std::string const at = At("", "nets", i);
             json const& item = Object(nets[i], at);
             std::string const name = Text(item, "name", at);
@@ -748,6 +758,7 @@ private:
         json const& components = Array(root, "components", "", false);
         std::set<std::string> componentNames;
         for (std::size_t i = 0; i < components.size(); ++i) {
+            Progress(i, components.size(), 55, 75);
             std::string const at = At("", "components", i);
             json const& item = Object(components[i], at);
             std::string const name = Text(item, "name", at);

@@ -75,4 +75,19 @@ void LoaderControl::WaitUntilIdle() {
     loader->idle_.wait(lock, [&] { return loader->queue_.empty() && !loader->busy_; });
 }
 
+bool LoaderControl::WaitUntilIdleFor(std::chrono::milliseconds timeout) {
+    auto loader = qzloader::Loader::GetLoader();
+    if (!loader) {
+        return true;
+    }
+    std::unique_lock lock(loader->mutex_);
+    return loader->idle_.wait_for(lock, timeout,
+                                  [&] { return loader->queue_.empty() && !loader->busy_; });
+}
+
+int LoaderControl::GetProgress() {
+    auto loader = qzloader::Loader::GetLoader();
+    return loader ? loader->progress_.load(std::memory_order_relaxed) : -1;
+}
+
 } // namespace qzref
