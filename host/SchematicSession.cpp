@@ -42,6 +42,10 @@ SchematicSession::SchematicSession(qzkapp::ecad::SchematicScene& api,
                                    du::SmartPtr<qzk::ecad::SchematicView> view, std::FILE* out)
     : ScriptRunner(out), api_(api), scene_(std::move(scene)), view_(std::move(view)) {}
 
+std::vector<std::string> SchematicSession::CommandNames() {
+    return NamesOf(kCommands);
+}
+
 bool SchematicSession::RunSceneCommand(Call const& call, bool& found) {
     return Dispatch(*this, kCommands, call, found);
 }

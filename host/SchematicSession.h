@@ -27,8 +27,12 @@ public:
                      du::SmartPtr<qzk::ecad::SchematicScene> scene,
                      du::SmartPtr<qzk::ecad::SchematicView> view, std::FILE* out);
 
+    static std::vector<std::string> CommandNames();
+
 private:
     static Entry<SchematicSession> const kCommands[];
+
+    char const* SceneName() const override { return "schematic"; }
 
     bool RunSceneCommand(Call const& call, bool& found) override;
     std::optional<std::string> Query(std::vector<std::string> const& words,

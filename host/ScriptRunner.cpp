@@ -112,6 +112,11 @@ bool ScriptRunner::RunLine(ScriptLine const& line, std::string& why, int& column
         ok = RunSceneCommand(call, found);
     }
     if (!found) {
+        std::string const needs = SceneNeededBy(name);
+        if (!needs.empty()) {
+            return call.Fail(0, "'" + name + "' is not available on a " + SceneName() +
+                                    " scene; it needs a " + needs + " scene");
+        }
         return call.Fail(0, "unknown command '" + name + "'");
     }
     // Events reach observers as messages; deliver them before the next line looks.

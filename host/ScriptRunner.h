@@ -5,6 +5,11 @@
 // A kind of scene gets its commands by deriving from it: one table of commands, one member
 // function each, looked up in RunSceneCommand, and the queries its print and expect lines read.
 // Session drives a board scene, SchematicSession a schematic scene.
+//
+// A new kind of session is a new source (e.g. host/SessionOverlays.cpp) deriving from it, plus
+// one line in host/SessionFamilies.cpp naming the scene it drives and its table's command names,
+// so that its commands used on another kind of scene say "not available on a <kind> scene"
+// instead of being taken for typos.
 #pragma once
 
 #include "ScriptLine.h"
@@ -23,6 +28,9 @@ std::string Hex(unsigned int word);
 
 // text as an integer in [least, most] (decimal, or hexadecimal with 0x); false otherwise.
 bool ToInt(std::string const& text, long long least, long long most, long long& out);
+
+// The kind of scene ("board", "schematic", ...) whose session has command; empty when none has.
+std::string SceneNeededBy(std::string const& command);
 
 class ScriptRunner {
 public:
@@ -50,11 +58,23 @@ protected:
         bool Count(std::size_t least, std::size_t most, char const* usage) const;
     };
 
+public:
     // A kind of scene's table of commands.
     template <class SessionT> struct Entry {
         char const* name;
         bool (SessionT::*command)(Call const&);
     };
+    template <class SessionT, std::size_t N>
+    static std::vector<std::string> NamesOf(Entry<SessionT> const (&table)[N]) {
+        std::vector<std::string> names;
+        names.reserve(N);
+        for (auto const& entry : table) {
+            names.emplace_back(entry.name);
+        }
+        return names;
+    }
+
+protected:
     template <class SessionT, std::size_t N>
     bool Dispatch(SessionT& session, Entry<SessionT> const (&table)[N], Call const& call,
                   bool& found) {
@@ -77,6 +97,8 @@ protected:
                                              std::string& error) const = 0;
     // The scene's table of sublayers, one row each.
     virtual std::string Rows() const = 0;
+    // The kind of scene the session drives, as SceneNeededBy names it.
+    virtual char const* SceneName() const = 0;
 
     std::FILE* out_;
 

@@ -38,6 +38,10 @@ Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> 
                  std::FILE* out)
     : ScriptRunner(out), api_(api), scene_(scene), printer_(api, scene) {}
 
+std::vector<std::string> Session::CommandNames() {
+    return NamesOf(kCommands);
+}
+
 bool Session::RunSceneCommand(Call const& call, bool& found) {
     return Dispatch(*this, kCommands, call, found);
 }

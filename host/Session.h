@@ -1,8 +1,9 @@
 // A scripted viewing session on one board scene: each script line calls the layer's public
 // operations the way a viewer does, or prints or checks what the scene holds.
 //
-// Its commands live in one table, one member function each (ScriptRunner says how a kind of
-// scene adds its own); docs/sessions.md is the language.
+// Its commands live in one table, one member function each; docs/sessions.md is the language.
+// Adding a kind of session: a new source deriving from ScriptRunner with its own table, plus one
+// line in host/SessionFamilies.cpp (ScriptRunner.h says more).
 #pragma once
 
 #include "ScenePrinter.h"
@@ -34,8 +35,12 @@ public:
 
     bool RenderTo(std::string const& path, std::string& why) const override;
 
+    static std::vector<std::string> CommandNames();
+
 private:
     static Entry<Session> const kCommands[];
+
+    char const* SceneName() const override { return "board"; }
 
     bool RunSceneCommand(Call const& call, bool& found) override;
     std::optional<std::string> Query(std::vector<std::string> const& words,

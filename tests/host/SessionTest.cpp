@@ -147,6 +147,8 @@ TEST_F(SessionTest, SelectionGoesThroughTheSelectionManagerAndShowsAsALook) {
 
 TEST_F(SessionTest, BadLinesNameLineAndColumnAndStopTheSession) {
     EXPECT_EQ(Run("\n  frobnicate U1\nhighlight U1\n"), "t.qzs:2:3: unknown command 'frobnicate'");
+    EXPECT_EQ(Run("  sheet go 1\n"),
+              "t.qzs:1:3: 'sheet' is not available on a board scene; it needs a schematic scene");
     EXPECT_EQ(Run("highlight U1 NOPE\n"), "t.qzs:1:14: no object named 'NOPE' in the design");
     EXPECT_EQ(Run("highlight\n"), "t.qzs:1:10: expected one or more object names");
     EXPECT_EQ(Run("rotate ninety\n"), "t.qzs:1:8: expected an angle in degrees, not 'ninety'");

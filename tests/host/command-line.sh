@@ -34,7 +34,7 @@ check 0 'design loaded' -- open "$examples/designs/three-sheet-schematic.json"
 printf 'sheet go 7\n' >"$scratch/sheet.qzs"
 check 1 "^qzhost: $scratch/sheet.qzs:1:10: no sheet 7; the design has 3\$" -- \
     open "$examples/designs/three-sheet-schematic.json" --script "$scratch/sheet.qzs"
-check 1 "^qzhost: $scratch/sheet.qzs:1:1: unknown command 'sheet'\$" -- \
+check 1 "^qzhost: $scratch/sheet.qzs:1:1: 'sheet' is not available on a board scene; it needs a schematic scene\$" -- \
     open "$board" --script "$scratch/sheet.qzs"
 check 1 'scene kind 74 \(board scene\) does not fit a schematic design' -- \
     open "$examples/designs/three-sheet-schematic.json" --kind 74
