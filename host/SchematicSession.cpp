@@ -7,6 +7,7 @@
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicView.h"
 #include "qzref/Inspect.h"
+#include "qzref/Renderer.h"
 #include "schematic/SchematicScene.h"
 
 #include <sstream>
@@ -201,6 +202,11 @@ std::optional<std::string> SchematicSession::Query(std::vector<std::string> cons
     }
     error = "one of: sheets, sheet, view, sublayer LAYER";
     return std::nullopt;
+}
+
+bool SchematicSession::RenderTo(std::string const& path, std::string& why) const {
+    return qzref::Renderer::RenderSheet(*scene_, qzref::Inspect(*view_).GetPage(),
+                                        qzref::Renderer::View(), path, why);
 }
 
 std::string SchematicSession::Rows() const {

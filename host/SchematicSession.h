@@ -29,6 +29,9 @@ public:
 
     static std::vector<std::string> CommandNames();
 
+    // Draws the sheet on view.
+    bool RenderTo(std::string const& path, std::string& why) const override;
+
 private:
     static Entry<SchematicSession> const kCommands[];
 

@@ -1,6 +1,7 @@
 // Pictures of a board scene, checked at chosen pixels: an object's colour, a look over it, a hidden
 // sublayer absent, the draw order deciding which of two objects is on top, a flipped board
 // mirrored.
+#include "SchematicSession.h"
 #include "Session.h"
 
 #include "board/PCBScene.h"
@@ -9,19 +10,23 @@
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/SchematicScene.h"
+#include "qzk/ecad/SchematicView.h"
 #include "qzkapp/SceneApiFactory.h"
+#include "qzref/Inspect.h"
 #include "qzref/LoaderControl.h"
 #include "qzref/Messages.h"
 #include "qzref/Platform.h"
 #include "qzref/Renderer.h"
 #include "qzref/UndoControl.h"
+#include "schematic/SchematicScene.h"
 
 #include <cairo.h>
 #include <gtest/gtest.h>
 
-#include "qzref/Inspect.h"
 #include <cstdio>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 namespace {
@@ -175,6 +180,109 @@ TEST_F(RendererTest, FlippedBoardIsMirroredAndSvgIsWritten) {
 
     EXPECT_FALSE(qzref::Renderer::Render(*scene_, {}, "/nonexistent/dir/x.png", error));
     EXPECT_NE(error.find("/nonexistent/dir/x.png"), std::string::npos) << error;
+}
+
+} // namespace
+
+namespace {
+
+// A sheet of the sample schematic: only that sheet's objects, each layer in its colour, a hidden
+// layer absent. Checked by the colours the picture holds, not by where.
+class SchematicPictureTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        picture_ = testing::TempDir() + "qzhost-sheet-" +
+                   testing::UnitTest::GetInstance()->current_test_info()->name() + ".png";
+        qzref::Platform::Start();
+        du::SmartPtr<du::RefCounted> component;
+        ASSERT_TRUE(QZDllCreateComponent("qzapi", nullptr, "sceneapifactory", &component));
+        factory_ = du::DynamicCast<qzkapp::SceneApiFactory>(component);
+        ASSERT_TRUE(factory_);
+        bool flag = false;
+        scene_ = du::DynamicCast<qzk::ecad::SchematicScene>(
+            factory_->CreateScene(qzk::World::GetWorld(), qzk::Instance::Create("test"),
+                                  qzk::ViewableSource::Create(du::Symbol(
+                                      QZ_EXAMPLES_DIR "/designs/three-sheet-schematic.json")),
+                                  73, flag));
+        ASSERT_TRUE(scene_);
+        qzref::LoaderControl::WaitUntilIdle();
+        qzref::Messages::PumpUntilIdle();
+        auto* api = static_cast<qzkapp::ecad::SchematicScene*>(scene_->GetApiScene());
+        ASSERT_TRUE(api->IsDesignLoaded());
+        auto view = qzk::ecad::SchematicView::Create(*scene_, 3);
+        factory_->ViewCreated(du::SmartPtr<qzk::Scene>(scene_), du::SmartPtr<qzk::View>(view));
+        session_ = std::make_unique<qzhost::SchematicSession>(*api, scene_, view, stdout);
+    }
+    void TearDown() override {
+        session_.reset();
+        qzref::UndoControl::Clear();
+        if (scene_) {
+            qzref::Inspect(*scene_).DestroyScene();
+        }
+        scene_ = nullptr;
+        factory_ = nullptr;
+        qzref::Messages::PumpUntilIdle();
+        qzref::Platform::Stop();
+        std::remove(picture_.c_str());
+    }
+
+    void Run(std::string const& script) {
+        std::istringstream in(script);
+        std::string error;
+        ASSERT_TRUE(session_->Run(in, "t.qzs", error)) << error;
+    }
+
+    // How many pixels of each colour (0xRRGGBB) the picture of the sheet on view holds.
+    std::map<unsigned int, int> Colours() {
+        std::map<unsigned int, int> out;
+        std::string why;
+        EXPECT_TRUE(session_->RenderTo(picture_, why)) << why;
+        cairo_surface_t* surface = cairo_image_surface_create_from_png(picture_.c_str());
+        if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
+            unsigned char const* data = cairo_image_surface_get_data(surface);
+            int const stride = cairo_image_surface_get_stride(surface);
+            for (int y = 0; y < cairo_image_surface_get_height(surface); ++y) {
+                auto const* row = reinterpret_cast<std::uint32_t const*>(
+                    data + static_cast<std::ptrdiff_t>(y) * stride);
+                for (int x = 0; x < cairo_image_surface_get_width(surface); ++x) {
+                    ++out[row[x] & 0xFFFFFF];
+                }
+            }
+        } else {
+            ADD_FAILURE() << "no PNG at " << picture_;
+        }
+        cairo_surface_destroy(surface);
+        return out;
+    }
+
+    std::string picture_;
+    du::SmartPtr<qzkapp::SceneApiFactory> factory_;
+    du::SmartPtr<qzk::ecad::SchematicScene> scene_;
+    std::unique_ptr<qzhost::SchematicSession> session_;
+};
+
+// The sample's layer colours: symbols 0x01800000 (blue 0x80), wires 0x010000C0 (red 0xC0),
+// ports 0x01808080.
+unsigned int const kSymbols = 0x000080, kWires = 0xC00000, kPorts = 0x808080;
+
+TEST_F(SchematicPictureTest, EachSheetShowsItsOwnObjectsInTheirLayersColours) {
+    auto first = Colours();
+    EXPECT_GT(first[kSymbols], 1000);
+    EXPECT_GT(first[kWires], 100);
+    EXPECT_EQ(first.count(kPorts), 0u) << "the port lies on the second sheet";
+
+    Run("sheet go 1\n");
+    auto second = Colours();
+    EXPECT_GT(second[kPorts], 10);
+
+    // A layer's colour and visibility, undone.
+    Run("sheet go 0\nsublayer 12 color 0x0100FF00\nsublayer 7 visible no\n");
+    auto changed = Colours();
+    EXPECT_EQ(changed.count(kWires), 0u);
+    EXPECT_GT(changed[0x00FF00], 100);
+    EXPECT_EQ(changed.count(kSymbols), 0u);
+    Run("undo\nundo\n");
+    EXPECT_EQ(Colours(), first);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// Draws a board scene's state as a picture: the reference kernel's stand-in for a view.
+// Draws a board scene's state, or a schematic scene's sheet, as a picture: the reference
+// kernel's stand-in for a view.
 //
 // What is drawn is what the kernel scene was told by the scene layer: the draw order (first
 // entry painted first), each sublayer's colour and visibility, the looks of the appearance layers
@@ -11,7 +12,8 @@
 
 namespace qzk::ecad {
 class PCBScene;
-}
+class SchematicScene;
+} // namespace qzk::ecad
 
 namespace qzref {
 
@@ -28,6 +30,10 @@ public:
     // written (no loaded board, an unwritable path).
     static bool Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
                        std::string& error);
+    // One sheet of a schematic scene: the objects on that sheet, layers in the scene's draw
+    // order, each in its layer's colour and visibility, with the looks over them.
+    static bool RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
+                            View const& view, std::string const& path, std::string& error);
 };
 
 } // namespace qzref

@@ -215,6 +215,16 @@ private:
         }
     }
 
+    // What the object draws, when the item gives it.
+    void Geometry(json const& item, std::string const& where, DesignObject& object) const {
+        if (auto const geometry = item.find("geometry"); geometry != item.end()) {
+            if (auto const why = qzref::ReadDesignGeometry(*geometry, object.geometry)) {
+                Invalid(where + "/geometry" + why->substr(0, why->find(':')),
+                        why->substr(why->find(':') + 2));
+            }
+        }
+    }
+
     // Reports rise only; the first report is 0.
     void Progress(int percent) {
         if (progress_ && (!started_ || percent > lastProgress_)) {
@@ -606,12 +616,7 @@ private:
                 Invalid(where, "no sublayer (" + std::to_string(object.layer) + ", " +
                                    std::to_string(object.sublayer) + ") on this board");
             }
-            if (auto const geometry = item.find("geometry"); geometry != item.end()) {
-                if (auto const why = qzref::ReadDesignGeometry(*geometry, object.geometry)) {
-                    Invalid(where + "/geometry" + why->substr(0, why->find(':')),
-                            why->substr(why->find(':') + 2));
-                }
-            }
+            Geometry(item, where, object);
         };
         std::map<std::string, DesignObject*> pins;
         json const& components = Array(root, "components", "", false);
@@ -749,6 +754,7 @@ private:
             if (schematic->layerNames.count(object.sublayer) == 0) {
                 Invalid(where + "/layer", "no layer has handle " + std::to_string(object.sublayer));
             }
+            Geometry(item, where, object);
         };
         auto onSheet = [&](json const& item, std::string const& where, DesignObject& object) {
             object.sheet = static_cast<unsigned int>(

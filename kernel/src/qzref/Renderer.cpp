@@ -3,15 +3,18 @@
 #include "qzk/EcadDesign.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/SchematicData.h"
+#include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 #include "qzref/DesignObject.h"
+#include "qzref/Inspect.h"
 
 #include <cairo-svg.h>
 #include <cairo.h>
 
-#include "qzref/Inspect.h"
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <memory>
@@ -129,55 +132,54 @@ struct ContextDeleter {
     void operator()(cairo_t* c) const { cairo_destroy(c); }
 };
 
-} // namespace
+// One object to draw, in the colour it comes out in; painted in the order given.
+struct Stroke {
+    DesignObject const* object;
+    Rgb colour;
+};
 
-bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
-                      std::string& error) {
-    du::SmartPtr<qzk::EcadDesign> design;
-    scene.GetEcadDesign(design, 0);
-    auto const data = design ? design->GetEcadDesignData() : nullptr;
-    auto const* board = dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get());
-    if (board == nullptr) {
-        error = "the scene holds no loaded board";
-        return false;
-    }
-    if (view.width < 1 || view.height < 1 || view.width > 16384 || view.height > 16384) {
-        error = "a picture size out of range";
-        return false;
-    }
-
-    std::vector<DesignObject*> objects;
-    std::set<DesignObject*> seen;
-    for (DesignObject* object : board->GetComponents()) {
-        Collect(object, objects, seen);
-    }
-    for (DesignObject* object : board->GetNets()) {
-        Collect(object, objects, seen);
-    }
-    Box box;
-    for (DesignObject* object : objects) {
-        for (auto const& shape : object->geometry) {
-            Extend(box, shape);
-        }
-    }
-
-    // Looks by object: the selection layer wins over highlight, highlight over group.
+// The looks of the kernel scene's appearance layers by object: selection over highlight over
+// group.
+std::map<void const*, unsigned int> LooksOf(qzk::ecad::BaseScene const& scene) {
     std::map<void const*, unsigned int> looks;
     for (int layer = 2; layer >= 0; --layer) {
         for (auto const& [item, look] : qzref::Inspect(scene).GetLooks(layer)) {
             looks[item.object] = look.color;
         }
     }
-    std::set<void const*> isolated;
-    for (auto const& item : qzref::Inspect(scene).GetIsolated()) {
-        isolated.insert(item.object);
-    }
-    bool const isolating = qzref::Inspect(scene).IsIsolating();
-    std::map<std::pair<short, short>, std::pair<unsigned int, bool>> sublayers;
-    for (auto const& entry : qzref::Inspect(scene).GetColorVisInfo()) {
-        sublayers[{entry.layer, entry.sublayer}] = {entry.color, entry.visible};
-    }
+    return looks;
+}
 
+// The look given to the object or to what owns it, if any.
+bool LookOf(std::map<void const*, unsigned int> const& looks, DesignObject const* object,
+            unsigned int& word) {
+    for (DesignObject const* at = object; at != nullptr; at = at->owner) {
+        if (auto const look = looks.find(at); look != looks.end()) {
+            word = look->second;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Valid(Renderer::View const& view, std::string& error) {
+    if (view.width < 1 || view.height < 1 || view.width > 16384 || view.height > 16384) {
+        error = "a picture size out of range";
+        return false;
+    }
+    return true;
+}
+
+// Fits what extent draws to the picture, less a margin, y up, turned about its centre and
+// mirrored left to right when seen from the back, paints the strokes and writes the picture.
+bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const& extent,
+           Renderer::View const& view, std::string const& path, std::string& error) {
+    Box box;
+    for (DesignObject const* object : extent) {
+        for (auto const& shape : object->geometry) {
+            Extend(box, shape);
+        }
+    }
     bool const svg = path.size() >= 4 && path.compare(path.size() - 4, 4, ".svg") == 0;
     std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface(
         svg ? cairo_svg_surface_create(path.c_str(), view.width, view.height)
@@ -192,8 +194,6 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
         cairo_set_source_rgb(cr, kBackground.r, kBackground.g, kBackground.b);
         cairo_paint(cr);
         if (!box.Empty()) {
-            // Millimetres to pixels: the board fills the picture less a margin, y up, turned
-            // about its centre, and mirrored left to right when seen from the back.
             double const w = std::max(box.x1 - box.x0, 1e-6);
             double const h = std::max(box.y1 - box.y0, 1e-6);
             double const angle = view.rotation * std::numbers::pi / 180;
@@ -205,35 +205,10 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
             cairo_rotate(cr, angle);
             cairo_translate(cr, -(box.x0 + box.x1) / 2, -(box.y0 + box.y1) / 2);
             cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
-            for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
-                for (DesignObject* object : objects) {
-                    if (object->layer != layer || object->geometry.empty()) {
-                        continue;
-                    }
-                    auto const found = sublayers.find({object->layer, object->sublayer});
-                    if (found == sublayers.end() || !found->second.second) {
-                        continue;
-                    }
-                    // A look or isolation given to a component or net reaches what it owns.
-                    unsigned int word = found->second.first;
-                    bool inIsolation = false;
-                    bool looked = false;
-                    for (DesignObject const* at = object; at != nullptr; at = at->owner) {
-                        auto const look = looks.find(at);
-                        if (!looked && look != looks.end()) {
-                            word = look->second;
-                            looked = true;
-                        }
-                        inIsolation = inIsolation || isolated.count(at) != 0;
-                    }
-                    Rgb colour = FromWord(word);
-                    if (isolating && !inIsolation) {
-                        colour = Dimmed(colour);
-                    }
-                    cairo_set_source_rgb(cr, colour.r, colour.g, colour.b);
-                    for (auto const& shape : object->geometry) {
-                        Trace(cr, shape);
-                    }
+            for (Stroke const& stroke : strokes) {
+                cairo_set_source_rgb(cr, stroke.colour.r, stroke.colour.g, stroke.colour.b);
+                for (auto const& shape : stroke.object->geometry) {
+                    Trace(cr, shape);
                 }
             }
         }
@@ -253,6 +228,124 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
         }
     }
     return true;
+}
+
+// Every object of the design that draws, components and nets with what they own.
+template <class Data> std::vector<DesignObject*> ObjectsOf(Data const& data) {
+    std::vector<DesignObject*> objects;
+    std::set<DesignObject*> seen;
+    for (DesignObject* object : data.GetComponents()) {
+        Collect(object, objects, seen);
+    }
+    for (DesignObject* object : data.GetNets()) {
+        Collect(object, objects, seen);
+    }
+    return objects;
+}
+
+} // namespace
+
+bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
+                      std::string& error) {
+    du::SmartPtr<qzk::EcadDesign> design;
+    scene.GetEcadDesign(design, 0);
+    auto const data = design ? design->GetEcadDesignData() : nullptr;
+    auto const* board = dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get());
+    if (board == nullptr) {
+        error = "the scene holds no loaded board";
+        return false;
+    }
+    if (!Valid(view, error)) {
+        return false;
+    }
+    std::vector<DesignObject*> const objects = ObjectsOf(*board);
+    auto const looks = LooksOf(scene);
+    std::set<void const*> isolated;
+    for (auto const& item : qzref::Inspect(scene).GetIsolated()) {
+        isolated.insert(item.object);
+    }
+    bool const isolating = qzref::Inspect(scene).IsIsolating();
+    std::map<std::pair<short, short>, std::pair<unsigned int, bool>> sublayers;
+    for (auto const& entry : qzref::Inspect(scene).GetColorVisInfo()) {
+        sublayers[{entry.layer, entry.sublayer}] = {entry.color, entry.visible};
+    }
+
+    // Layers in the scene's draw order, the first entry painted first.
+    std::vector<Stroke> strokes;
+    for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
+        for (DesignObject* object : objects) {
+            if (object->layer != layer || object->geometry.empty()) {
+                continue;
+            }
+            auto const found = sublayers.find({object->layer, object->sublayer});
+            if (found == sublayers.end() || !found->second.second) {
+                continue;
+            }
+            // A look or isolation given to a component or net reaches what it owns.
+            unsigned int word = found->second.first;
+            LookOf(looks, object, word);
+            bool inIsolation = false;
+            for (DesignObject const* at = object; at != nullptr; at = at->owner) {
+                inIsolation = inIsolation || isolated.count(at) != 0;
+            }
+            Rgb colour = FromWord(word);
+            if (isolating && !inIsolation) {
+                colour = Dimmed(colour);
+            }
+            strokes.push_back({object, colour});
+        }
+    }
+    // The picture keeps its frame whatever is hidden: the whole board.
+    return Paint(strokes, objects, view, path, error);
+}
+
+bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
+                           View const& view, std::string const& path, std::string& error) {
+    du::SmartPtr<qzk::EcadDesign> design;
+    scene.GetEcadDesign(design, 0);
+    auto const data = design ? design->GetEcadDesignData() : nullptr;
+    auto const* schematic = dynamic_cast<qzk::ecad::SchematicData const*>(data.Get());
+    if (schematic == nullptr) {
+        error = "the scene holds no loaded schematic";
+        return false;
+    }
+    if (sheet >= schematic->GetNumSheets()) {
+        error = "no sheet " + std::to_string(sheet);
+        return false;
+    }
+    if (!Valid(view, error)) {
+        return false;
+    }
+    auto const looks = LooksOf(scene);
+    auto const layers = qzref::Inspect(scene).GetSublayerColorVisInfo();
+    // The sheet's objects, in the scene's draw order of layers; a pin lies on its symbol's sheet.
+    std::vector<DesignObject*> const objects = ObjectsOf(*schematic);
+    auto const sheetOf = [](DesignObject const* object) {
+        while (object->sheet == 0xFFFFFFFF && object->owner != nullptr) {
+            object = object->owner;
+        }
+        return object->sheet;
+    };
+    std::vector<DesignObject*> onSheet;
+    std::copy_if(objects.begin(), objects.end(), std::back_inserter(onSheet),
+                 [&](DesignObject const* object) { return sheetOf(object) == sheet; });
+    std::vector<Stroke> strokes;
+    for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
+        auto const info = layers.find(layer);
+        if (info == layers.end() || !info->second.visible) {
+            continue;
+        }
+        for (DesignObject* object : onSheet) {
+            if (object->sublayer != layer) {
+                continue;
+            }
+            unsigned int word = info->second.color;
+            LookOf(looks, object, word);
+            strokes.push_back({object, FromWord(word)});
+        }
+    }
+    // The frame is the whole sheet, whatever is hidden.
+    return Paint(strokes, onSheet, view, path, error);
 }
 
 } // namespace qzref
