@@ -155,6 +155,21 @@ public:
         return items;
     }
 
+    // The op.a-th entry of a colour set takes a colour drawn from op.b, or shows what it hid and
+    // hides what it showed.
+    template <class Set> static void Change(Set& set, Op const& op, bool colour) {
+        auto it = set.begin();
+        std::advance(it, op.a % set.size());
+        auto entry = *it;
+        if (colour) {
+            entry.color = 0x01000000u | (op.b & 0xFFFFFFu);
+        } else {
+            entry.visible = !entry.visible;
+        }
+        set.erase(it);
+        set.insert(entry);
+    }
+
     du::SmartPtr<qzk::Operation> NewOperation() const {
         return du::MakeCounted<qzk::Operation>("property", du::SmartPtr<qzk::Scene>(scene_), false);
     }
@@ -171,16 +186,7 @@ public:
         case Kind::SublayerVisible: {
             qzk::ecad::SublayerPCB_CVSet set;
             api.GetColorVisInfo(set);
-            auto it = set.begin();
-            std::advance(it, op.a % set.size());
-            qzk::ecad::SublayerPCB_CV entry = *it;
-            if (op.kind == Kind::SublayerColour) {
-                entry.color = 0x01000000u | (op.b & 0xFFFFFFu);
-            } else {
-                entry.visible = !entry.visible;
-            }
-            set.erase(it);
-            set.insert(entry);
+            Change(set, op, op.kind == Kind::SublayerColour);
             recorded([&](auto const& o) {
                 api.SetColorVisInfo(set, o, qzkapp::ecad::ChangeSourceScene);
             });
@@ -190,16 +196,7 @@ public:
         case Kind::GroupVisible: {
             qzk::ecad::GroupCVInfoSet set(false);
             api.GetGroupColorVisInfo(set);
-            auto it = set.begin();
-            std::advance(it, op.a % set.size());
-            qzk::ecad::GroupCVInfo entry = *it;
-            if (op.kind == Kind::GroupColour) {
-                entry.color = 0x01000000u | (op.b & 0xFFFFFFu);
-            } else {
-                entry.visible = !entry.visible;
-            }
-            set.erase(it);
-            set.insert(entry);
+            Change(set, op, op.kind == Kind::GroupColour);
             recorded([&](auto const& o) {
                 api.SetGroupColorVisInfo(set, o, qzkapp::ecad::ChangeSourceScene);
             });

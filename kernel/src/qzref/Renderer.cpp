@@ -230,6 +230,13 @@ bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const&
     return true;
 }
 
+// The scene's loaded design, or null.
+du::SmartPtr<qzk::EcadDesignData> DataOf(qzk::ecad::BaseScene const& scene) {
+    du::SmartPtr<qzk::EcadDesign> design;
+    scene.GetEcadDesign(design, 0);
+    return design ? design->GetEcadDesignData() : nullptr;
+}
+
 // Every object of the design that draws, components and nets with what they own.
 template <class Data> std::vector<DesignObject*> ObjectsOf(Data const& data) {
     std::vector<DesignObject*> objects;
@@ -247,9 +254,7 @@ template <class Data> std::vector<DesignObject*> ObjectsOf(Data const& data) {
 
 bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
                       std::string& error) {
-    du::SmartPtr<qzk::EcadDesign> design;
-    scene.GetEcadDesign(design, 0);
-    auto const data = design ? design->GetEcadDesignData() : nullptr;
+    auto const data = DataOf(scene);
     auto const* board = dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get());
     if (board == nullptr) {
         error = "the scene holds no loaded board";
@@ -301,9 +306,7 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
 
 bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
                            View const& view, std::string const& path, std::string& error) {
-    du::SmartPtr<qzk::EcadDesign> design;
-    scene.GetEcadDesign(design, 0);
-    auto const data = design ? design->GetEcadDesignData() : nullptr;
+    auto const data = DataOf(scene);
     auto const* schematic = dynamic_cast<qzk::ecad::SchematicData const*>(data.Get());
     if (schematic == nullptr) {
         error = "the scene holds no loaded schematic";
