@@ -13,11 +13,22 @@
 #include "du/Types.h"
 #include "qzk/ClassType.h"
 #include "qzk/Observable.h"
+#include "qzk/ecad/GerberPrefs.h"
+#include "qzk/ecad/GroupCVInfoSet.h"
 
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
+namespace dg {
+class DMat33;
+class DPoint2D;
+} // namespace dg
+
 namespace qzk::ecad {
+class EcadPCBData;
+class OverlayPrefs;
 class PCBScene;
 class PCBSceneObserver;
 } // namespace qzk::ecad
@@ -29,6 +40,13 @@ class PCBSceneObserver;
 class QZECAD_EXPORT PCBScene : public Scene, public PCBSceneHelper {
 public:
     static qzk::ClassType const CLASS_TYPE;
+
+    // What an overlay was made from, kept for whoever reloads or saves it.
+    struct OverlayInfo {
+        qzk::ecad::GerberPrefs gerberPrefs;
+        du::Symbol type;
+        bool flag = false;
+    };
 
     explicit PCBScene(du::SmartPtr<qzk::ecad::Scene> const& kernelScene);
     ~PCBScene() override;
@@ -105,6 +123,50 @@ public:
                      bool applyToView) override;
     void AddRotation(short delta, du::SmartPtr<qzk::Operation> const& op) override;
 
+    // Overlays. An overlay's id is never 0, which means "none" in every result. The current
+    // overlay is the first visible one, in order of creation; with all hidden there is none, and
+    // the operations on it do nothing. Creating and removing an overlay is not undoable.
+    //
+    // Places the new overlay by the preferences, about the board data's centre, in the colour
+    // and visibility the preferences give overlays.
+    void OverlayCreated(du::SmartPtr<qzk::ecad::EcadPCBData> const& data, std::wstring const& name,
+                        qzk::ecad::GerberPrefs const& gerberPrefs,
+                        qzk::ecad::OverlayPrefs const& overlayPrefs, du::Symbol const& type,
+                        bool flag);
+    // A visible new overlay becomes the current one by hiding all the others.
+    void OverlayCreated(du::SmartPtr<qzk::ecad::EcadPCBData> const& data, std::wstring const& name,
+                        unsigned int color, bool visible,
+                        qzk::ecad::GerberPrefs const& gerberPrefs, dg::DPoint2D const& center,
+                        dg::DMat33 const& matrix, du::Symbol const& type, bool flag);
+    void RemoveCurOverlay();
+    void RemoveOverlay(uint64 const& id);
+    // Listeners hear of the new name before the kernel does.
+    void RenameCurOverlay(std::wstring const& name);
+    // These change the kernel's overlay only: no event, and the read lock will do.
+    void RotateCurOverlay(double angle);
+    void FlipHorzCurOverlay();
+    void FlipVertCurOverlay();
+    uint64 GetCurOverlay() const;
+    std::wstring GetCurOverlayName();
+    // The first overlay of that exact name, or 0.
+    uint64 GetOverlayByName(std::wstring const& name) const;
+    // Adds to out, which is not cleared.
+    void GetOverlayNames(std::set<std::wstring>& out) const;
+    // Not locked.
+    bool GetOverlayInfo(uint64 const& id, OverlayInfo& out) const;
+    bool HasOverlay(uint64 const& id) const;
+    void GetOverlayColorVisInfo(std::vector<qzk::ecad::AnnoCVInfo>& out) const override;
+    void UpdateOverlayCVInfo(std::vector<qzk::ecad::AnnoCVInfo> const& list,
+                             ChangeSource source) override;
+
+    // All four colour families at once; records a step for, and posts the event of, only the
+    // families that differ. A call that changes nothing records and posts nothing.
+    void SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet const& groups,
+                             qzk::ecad::SublayerPCB_CVSet const& sublayers,
+                             std::vector<qzk::ecad::AnnoCVInfo> const& overlays,
+                             std::vector<qzk::ecad::AnnoCVInfo> const& images,
+                             du::SmartPtr<qzk::Operation> const& op, ChangeSource source);
+
     // An observer that registers while the load runs hears its end like everyone else;
     // otherwise it is brought up to date at once.
     bool RegisterObserver(qzkapp::ecad::PCBSceneObserver& observer);
@@ -126,8 +188,17 @@ protected:
     du::SmartPtr<qzk::ecad::PCBSceneObserver> sceneObserver;
     bool highlightOnlyVisible;
     bool isolateOnlyVisible;
+    // Under the same ids as the overlay list.
+    std::map<uint64, OverlayInfo> overlayInfo;
 
 private:
+    uint64 _GetCurOverlay() const override;
+    void _NotifyOverlayColorVisChanged(ChangeSource source) override;
+    // With the write lock held.
+    void _RemoveOverlay(std::vector<qzk::ecad::AnnoCVInfo>::iterator& entry);
+    // The current overlay's entry, or the list's end.
+    std::vector<qzk::ecad::AnnoCVInfo>::iterator _CurOverlayEntry();
+
     friend class qzk::Observable::DefaultRegisterInitHelper<PCBScene,
                                                             qzkapp::ecad::PCBSceneObserver>;
     template <class> friend class IsolateOperations;

@@ -6,6 +6,7 @@
 #include "qzk/EcadDesign.h"
 #include "qzk/Kernel.h"
 #include "qzk/ecad/EcadDesignData.h"
+#include "qzk/ecad/ImageAnnotation.h"
 #include "qzk/ecad/Scene.h"
 #include "qzloader/EcadDesignLoaderEvent.h"
 #include "qzloader/Loader.h"
@@ -32,9 +33,9 @@ private:
     SceneLink<Scene> scene_;
 };
 
-// Follows the kernel scene's annotation set on the scene's behalf; the scene unregisters it and
-// cuts its link when it ends. It follows no notice yet: the link is what image notices will
-// call the scene through.
+// Follows the kernel scene's annotation set on the scene's behalf: images come, change and go.
+// The scene unregisters it and cuts its link when it ends. Annotations that are no images are
+// passed over.
 class AnnotationSetObserver : public qzk::AnnotationSetObserver {
 public:
     explicit AnnotationSetObserver(Scene* scene) : scene_(scene) {}
@@ -44,6 +45,33 @@ public:
     void DetachObserver() override {}
 
 private:
+    void OnAnnotationAdded(du::SmartPtr<qzk::Annotation> const& annotation,
+                           int64 /*position*/) override {
+        if (auto image = du::DynamicCast<qzk::ecad::ImageAnnotation>(annotation)) {
+            scene_.Call([&](Scene& scene) { scene.ImageCreated(image); });
+        }
+    }
+
+    void OnAnnotationRemoved(du::SmartPtr<qzk::Annotation> const& annotation) override {
+        if (auto image = du::DynamicCast<qzk::ecad::ImageAnnotation>(annotation)) {
+            scene_.Call([&](Scene& scene) { scene.RemoveImage(image->Id()); });
+        }
+    }
+
+    // A change that is not in place (a new picture or kind) takes the image out and puts it
+    // in again, behind all others, with a new overlay.
+    void OnAnnotationChanged(du::SmartPtr<qzk::Annotation> const& annotation,
+                             bool inPlace) override {
+        if (!inPlace) {
+            OnAnnotationRemoved(annotation);
+            OnAnnotationAdded(annotation, qzk::AnnoSet::POSITION_LAST);
+            return;
+        }
+        if (auto image = du::DynamicCast<qzk::ecad::ImageAnnotation>(annotation)) {
+            scene_.Call([&](Scene& scene) { scene.ImageModified(image); });
+        }
+    }
+
     SceneLink<Scene> scene_;
 };
 
@@ -99,7 +127,8 @@ void EcadDesignLoaderEvent::OnCompleted(int status) {
 
 Scene::Scene(du::SmartPtr<qzk::ecad::Scene> const& scene, unsigned int highlightColor)
     : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor), designLoading(false),
-      loadError(0), selectCrossHair(false), crosshairObject(nullptr), crosshairSheet(0xFFFFFFFFu) {
+      loadError(0), compareAreasImageId(0), selectCrossHair(false), crosshairObject(nullptr),
+      crosshairPosition(0.0, 0.0), crosshairSheet(0xFFFFFFFFu) {
     if (kernelScene) {
         kernelScene->SetOverlapColor(overlapColor);
     }

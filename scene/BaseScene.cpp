@@ -11,6 +11,7 @@
 #include "qzk/World.h"
 #include "qzk/WorldObserver.h"
 #include "qzk/ecad/BaseScene.h"
+#include "dg/DMat33.h"
 #include "qzk/ecad/Overlay.h"
 #include "scene/EcadItemKinds.h"
 
@@ -289,6 +290,30 @@ bool BaseScene::GetCVExpandedState(std::string const& node) const {
     dp::ReadLocker lock(GetRWLock());
     auto found = cvExpandedState.find(node);
     return found == cvExpandedState.end() ? true : found->second;
+}
+
+// Compare areas shown directly, with no row and no event.
+
+void BaseScene::AddCompareArea(uint64 id, std::string const& name,
+                               du::SmartPtr<qz2d::ecad::Design> const& picture,
+                               dg::Color const& color, dg::DMat33 const& matrix,
+                               unsigned int parameter) {
+    if (kernelScene) {
+        kernelScene->CreateOverlay(picture, id, true, color, 2, matrix, parameter, name, false);
+    }
+}
+
+void BaseScene::RemoveCompareArea(uint64 id) {
+    selectedOverlays.erase(id);
+    if (kernelScene) {
+        kernelScene->RemoveOverlay(id);
+    }
+}
+
+void BaseScene::RenameCompareArea(uint64 id, std::string const& name) {
+    if (kernelScene) {
+        kernelScene->RenameOverlay(id, name);
+    }
 }
 
 } // namespace qzkapp::ecad

@@ -36,6 +36,13 @@
 
 class IcmApiEcad;
 
+namespace dg {
+class DMat33;
+}
+namespace qz2d::ecad {
+class Design;
+}
+
 namespace qzk {
 class Annotation;
 class Operation;
@@ -180,6 +187,14 @@ public:
     bool GetFillShapes() const { return fillShapes; }
     void SetFillShapes(bool on, du::SmartPtr<qzk::Operation> const& op);
     void ToggleFillShapes(du::SmartPtr<qzk::Operation> const& op);
+
+    // Compare areas shown directly: an overlay of the kernel scene, with no colour row, no event
+    // and no lock.
+    void AddCompareArea(uint64 id, std::string const& name,
+                        du::SmartPtr<qz2d::ecad::Design> const& picture, dg::Color const& color,
+                        dg::DMat33 const& matrix, unsigned int parameter);
+    void RemoveCompareArea(uint64 id);
+    void RenameCompareArea(uint64 id, std::string const& name);
 
 protected:
     // Binds the two objects: the kernel scene learns its API scene and shares its lock.

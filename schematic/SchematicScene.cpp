@@ -1,20 +1,26 @@
 #include "schematic/SchematicScene.h"
 
+#include "design/ColorVisImageOperationStep.h"
+#include "dg/DPoint3D.h"
 #include "dp/ReadWriteLock.h"
 #include "qzk/SelectionItem.h"
 #include "qzk/SelectionManager.h"
 #include "qzk/View.h"
 #include "qzk/ecad/BaseView.h"
 #include "qzk/ecad/SchematicData.h"
+#include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicSceneObserver.h"
 #include "qzk/ecad/SchematicView.h"
 #include "qzk/ecad/SchematicViewObserver.h"
 #include "qzk/ecad/View.h"
 #include "qzplugin/PluginHandlerIf.h"
+#include "scene/ColorVisGroupOperationStep.h"
 #include "scene/SceneForwarders.h"
 #include "scene/SceneLink.h"
 #include "scene/SelectionChannels.h"
+#include "scene/StepRecording.h"
+#include "schematic/ColorVisSublayerOperationStep.h"
 #include "schematic/SchematicSceneObserver.h"
 
 namespace qzkapp::ecad {
@@ -137,6 +143,18 @@ void SchematicScene::PreviewPageNav(short page, du::SmartPtr<qzk::ecad::BaseView
     SheetViewStateHolder::PreviewPageNav(page, view);
 }
 
+unsigned int SchematicScene::GetCrossHairObjectSheet(void* object) {
+    qzk::ecad::View* const view = _GetMainView();
+    if (view == nullptr || !designData || object == nullptr) {
+        return 0xFFFFFFFFu;
+    }
+    std::vector<du::SmartPtr<qzk::SelectionItem>> const items{
+        du::MakeCounted<qzk::ecad::SelectionItem>(designData, object, nullptr, nullptr,
+                                                  dg::DPoint3D::ORIGIN, 0, 0)};
+    return qzk::ecad::SelectionItem::GetSchematicSheetToNavigate(
+        items, view->GetCurrentPage(), du::SmartPtr<qzk::Scene>(kernelScene));
+}
+
 unsigned int SchematicScene::GetCurrentPage() const {
     dp::ReadLocker lock(GetRWLock());
     return currentPage;
@@ -180,6 +198,30 @@ void SchematicScene::ApplySublayerColorVisInfo(SublayerMap const& map,
     dp::WriteLocker lock(GetRWLock());
     _AppySublayerColorVisInfo(map, op);
     _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), ChangeSourceScene);
+}
+
+void SchematicScene::SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet const& groups,
+                                         std::vector<qzk::ecad::AnnoCVInfo> const& images,
+                                         SublayerMap const& sublayers,
+                                         du::SmartPtr<qzk::Operation> const& op,
+                                         ChangeSource source) {
+    dp::WriteLocker lock(GetRWLock());
+    if (op) {
+        AddStep<ColorVisGroupOperationStep>(op, static_cast<BaseScene*>(this), GetGroupCV());
+        AddStep<ColorVisSublayerOperationStep>(op, static_cast<SchSceneHelper*>(this),
+                                               sublayerCV);
+        if (qzk::ecad::AnnoCVInfo::AreDifferent(imageCV, images)) {
+            AddStep<ColorVisImageOperationStep>(op, static_cast<Scene*>(this), imageCV);
+        }
+    }
+    GetGroupCV().SetInfo(groups);
+    ClearGroupAppearance();
+    _PostEvent(GROUPCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
+    sublayerCV.clear();
+    sublayerCV.insert(sublayers.begin(), sublayers.end());
+    SetSublayerColorVisInfoToQzkScene(sublayerCV);
+    SetImageColorVisInfo(images, source);
+    _PostEvent(SUBLAYERCOLORVIS_CHANGED_EVENT(), static_cast<unsigned int>(source));
 }
 
 void SchematicScene::SetSublayerColorVisInfoToQzkScene(SublayerMap const& map) const {

@@ -11,6 +11,8 @@
 #include "design/Scene.h"
 #include "qzk/ClassType.h"
 #include "qzk/Observable.h"
+#include "qzk/ecad/AnnoCVInfo.h"
+#include "qzk/ecad/GroupCVInfoSet.h"
 #include "schematic/SchSceneHelper.h"
 
 #include <vector>
@@ -61,6 +63,13 @@ public:
     // Takes only the handles the scene has, and posts even when it took none.
     void ApplySublayerColorVisInfo(SublayerMap const& map, du::SmartPtr<qzk::Operation> const& op);
 
+    // Groups, images and sublayers at once. Unlike a board's, it does not compare: groups and
+    // sublayers always record their steps and post, images only when they differ.
+    void SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet const& groups,
+                             std::vector<qzk::ecad::AnnoCVInfo> const& images,
+                             SublayerMap const& sublayers, du::SmartPtr<qzk::Operation> const& op,
+                             ChangeSource source);
+
     // Changes the kernel's selection on the host's behalf, and tells the scene of it even when
     // the kernel scene has no selection manager.
     void SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items);
@@ -77,6 +86,9 @@ protected:
     // Sizes the sheets' view states to the design's sheets: surplus records go, the others stay.
     void OnDesignLoaded() override;
 
+    // The sheet the kernel would show for the object; 0xFFFFFFFF without a view, a design or
+    // an object.
+    unsigned int GetCrossHairObjectSheet(void* object) override;
     unsigned int GetCurrentPage() const override;
     void SetLastPreviewOp(short page) override;
     // Not locked of its own: PageNav holds the lock when it posts.

@@ -66,6 +66,8 @@ public:
     // Adds and tells the observers; position past the end, or negative, appends. false for null
     // or an annotation of a set.
     bool _Add(du::SmartPtr<Annotation> const& annotation, int64 position = POSITION_LAST);
+    // GetAnnotationByType for the kernel's own use, not journalled.
+    du::SmartPtr<Annotation> _FindByType(unsigned int classId, uint64 id) const;
     // Removes without a step; position of the annotation before, or -1 if it was not here.
     int64 _Remove(du::SmartPtr<Annotation> const& annotation);
 

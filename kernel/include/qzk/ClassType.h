@@ -76,6 +76,8 @@ enum : unsigned int {
     EcadSchematicCompareScene = 161,
     EcadPCBSchCompareScene = 171,
     EcadPCBOvlCompareScene = 177,
+    // The annotation that stands for a board scene's layer of overlays (id 0).
+    EcadOverlayLayerAnnotation = 0x40000,
 };
 } // namespace classid
 

@@ -142,15 +142,18 @@ bool AnnoSet::GetAnnotationByType(unsigned int classId, uint64 id,
                                   du::SmartPtr<Annotation>& out) const {
     qzref::Journal::Record(GetObjectName().str(), "GetAnnotationByType",
                            {qzref::Fmt(classId), qzref::Fmt(static_cast<unsigned long>(id))});
+    out = _FindByType(classId, id);
+    return static_cast<bool>(out);
+}
+
+du::SmartPtr<Annotation> AnnoSet::_FindByType(unsigned int classId, uint64 id) const {
     std::lock_guard lock(mutex_);
     for (auto const& annotation : annotations_) {
         if (annotation->Id() == id && annotation->IsATypeOfId(classId)) {
-            out = annotation;
-            return true;
+            return annotation;
         }
     }
-    out = nullptr;
-    return false;
+    return nullptr;
 }
 
 bool AnnoSet::RemoveAnnotationFromSet(du::SmartPtr<Annotation> const& annotation,

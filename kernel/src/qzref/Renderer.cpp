@@ -54,36 +54,6 @@ void Collect(DesignObject* object, std::vector<DesignObject*>& out, std::set<Des
     }
 }
 
-struct Box {
-    double x0 = std::numeric_limits<double>::max(), y0 = x0;
-    double x1 = -x0, y1 = -x0;
-    void Add(double x, double y, double grow = 0) {
-        x0 = std::min(x0, x - grow);
-        y0 = std::min(y0, y - grow);
-        x1 = std::max(x1, x + grow);
-        y1 = std::max(y1, y + grow);
-    }
-    bool Empty() const { return x0 > x1; }
-};
-
-void Extend(Box& box, DesignShape const& shape) {
-    auto const& p = shape.points;
-    switch (shape.kind) {
-    case DesignShape::Arc:
-    case DesignShape::Circle:
-        box.Add(p[0], p[1], p[2] + shape.width / 2);
-        break;
-    case DesignShape::Pad:
-        box.Add(p[0] - p[2] / 2, p[1] - p[3] / 2);
-        box.Add(p[0] + p[2] / 2, p[1] + p[3] / 2);
-        break;
-    default:
-        for (std::size_t i = 0; i + 1 < p.size(); i += 2) {
-            box.Add(p[i], p[i + 1], shape.kind == DesignShape::Line ? shape.width / 2 : 0);
-        }
-    }
-}
-
 void Trace(cairo_t* cr, DesignShape const& shape) {
     auto const& p = shape.points;
     switch (shape.kind) {
@@ -174,10 +144,10 @@ bool Valid(Renderer::View const& view, std::string& error) {
 // mirrored left to right when seen from the back, paints the strokes and writes the picture.
 bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const& extent,
            Renderer::View const& view, std::string const& path, std::string& error) {
-    Box box;
+    dg::DBox2D box;
     for (DesignObject const* object : extent) {
         for (auto const& shape : object->geometry) {
-            Extend(box, shape);
+            box.Extend(shape.GetRange());
         }
     }
     bool const svg = path.size() >= 4 && path.compare(path.size() - 4, 4, ".svg") == 0;
@@ -193,9 +163,9 @@ bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const&
         cairo_t* cr = context.get();
         cairo_set_source_rgb(cr, kBackground.r, kBackground.g, kBackground.b);
         cairo_paint(cr);
-        if (!box.Empty()) {
-            double const w = std::max(box.x1 - box.x0, 1e-6);
-            double const h = std::max(box.y1 - box.y0, 1e-6);
+        if (!box.IsEmpty()) {
+            double const w = std::max(box.Width(), 1e-6);
+            double const h = std::max(box.Height(), 1e-6);
             double const angle = view.rotation * std::numbers::pi / 180;
             double const across = std::abs(w * std::cos(angle)) + std::abs(h * std::sin(angle));
             double const down = std::abs(w * std::sin(angle)) + std::abs(h * std::cos(angle));
@@ -203,7 +173,7 @@ bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const&
             cairo_translate(cr, view.width / 2.0, view.height / 2.0);
             cairo_scale(cr, view.flip ? -scale : scale, -scale);
             cairo_rotate(cr, angle);
-            cairo_translate(cr, -(box.x0 + box.x1) / 2, -(box.y0 + box.y1) / 2);
+            cairo_translate(cr, -box.GetCenter().x, -box.GetCenter().y);
             cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
             for (Stroke const& stroke : strokes) {
                 cairo_set_source_rgb(cr, stroke.colour.r, stroke.colour.g, stroke.colour.b);

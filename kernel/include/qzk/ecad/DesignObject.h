@@ -7,6 +7,8 @@
 // that the kernel's call record can print items by name.
 #pragma once
 
+#include "dg/DBox2D.h"
+
 #include <string>
 #include <vector>
 
@@ -20,6 +22,9 @@ struct DesignShape {
     // Rectangle: x1 y1 x2 y2; Polygon: x y pairs; Pad: cx cy width height.
     std::vector<double> points;
     double width = 0.2; // stroke width of lines and arcs
+
+    // What the shape covers, strokes included; empty for a shape without enough points.
+    dg::DBox2D GetRange() const;
 };
 
 struct DesignObject {

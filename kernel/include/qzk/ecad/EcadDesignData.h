@@ -6,6 +6,8 @@
 // on it is only read, and every query is safe on any thread.
 #pragma once
 
+#include "dg/DBox2D.h"
+
 #include "IcmApiEcad.h"
 #include "du/SmartPtr.h"
 #include "qzk/EcadDesignData.h"
@@ -44,6 +46,8 @@ public:
     // The object behind a pointer if it belongs to this design, otherwise null.
     DesignObject* Find(void const* object) const;
     std::size_t GetObjectCount() const { return objects_.size(); }
+    // What the design's objects draw, all sheets together; empty for a design without geometry.
+    dg::DBox2D GetRange() const;
 
     // Takes the object over and returns it. Names are not checked here; the reader keeps them
     // unique per kind of object.

@@ -1,7 +1,8 @@
 // An ECAD kernel scene of one design (a board or a schematic). Adds the design-loaded flag that
 // the layer clears before it loads and the kernel sets when the layer has taken the design over;
 // FinishDesignLoad also gives the scene and its views the design's number of pages (a
-// schematic's sheets, one for a board).
+// schematic's sheets, one for a board), and puts the design's images into the scene's annotation
+// set, once per design data: whoever follows the set hears of them as annotations added.
 #pragma once
 
 #include "qzk/Instance.h"
@@ -33,8 +34,13 @@ protected:
           du::SmartPtr<qzk::ViewableSource> const& source);
 
 private:
+    void _ApplyDesignImages(du::SmartPtr<qzk::EcadDesignData> const& data);
+
     du::SmartPtr<qzk::Instance> const instance_;
     bool designLoaded_ = false;
+    // The design data whose images the annotation set holds; a reload of the same data adds
+    // none again.
+    qzk::EcadDesignData const* imagesOf_ = nullptr;
 };
 
 } // namespace qzk::ecad

@@ -4,7 +4,9 @@
 #include "SceneMessages.h"
 #include "du/CommonAllocatorImpl.h"
 #include "du/StringConversion.h"
+#include "qzk/AnnoSet.h"
 #include "qzk/AnnoSetTableEntry.h"
+#include "qzk/ecad/OverlayLayerAnnotation.h"
 #include "qzk/ClassType.h"
 #include "qzk/EcadDesign.h"
 #include "qzk/Instance.h"
@@ -32,8 +34,16 @@ du::SmartPtr<Overlay> BaseScene::CreateOverlay(du::SmartPtr<EcadPCBData> const& 
                             qzref::Fmt(static_cast<unsigned long>(id)), qzref::Fmt(visible),
                             qzref::Fmt(color), qzref::Fmt(kind), qzref::Fmt(matrix),
                             qzref::Fmt(center), qzref::Fmt(name)});
-    return _AddOverlay(Overlay::_MakeBoardOverlay(this, board, id, visible, color.GetAsHexUI(),
-                                                  kind, matrix, center, du::WideStrToUtf8(name)));
+    du::SmartPtr<Overlay> overlay =
+        _AddOverlay(Overlay::_MakeBoardOverlay(this, board, id, visible, color.GetAsHexUI(), kind,
+                                               matrix, center, du::WideStrToUtf8(name)));
+    // The layer of board overlays comes with the first of them.
+    du::SmartPtr<qzk::AnnoSet> set;
+    GetAnnoSet(set);
+    if (set && !set->_FindByType(classid::EcadOverlayLayerAnnotation, 0)) {
+        set->_Add(OverlayLayerAnnotation::Create());
+    }
+    return overlay;
 }
 
 du::SmartPtr<Overlay> BaseScene::CreateOverlay(du::SmartPtr<qz2d::ecad::Design> const& design,

@@ -51,6 +51,16 @@ DesignObject* EcadDesignData::Add(std::unique_ptr<DesignObject> object) {
     return raw;
 }
 
+dg::DBox2D EcadDesignData::GetRange() const {
+    dg::DBox2D box;
+    for (auto const& object : objects_) {
+        for (DesignShape const& shape : object->geometry) {
+            box.Extend(shape.GetRange());
+        }
+    }
+    return box;
+}
+
 DesignImage* EcadDesignData::AddImage(std::unique_ptr<DesignImage> image) {
     DesignImage* raw = image.get();
     Add(std::move(image));

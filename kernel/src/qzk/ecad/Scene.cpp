@@ -5,6 +5,10 @@
 #include "qzk/Instance.h"
 #include "qzk/View.h"
 #include "qzk/ViewableSource.h"
+#include "qzk/AnnoSet.h"
+#include "qzk/ecad/DesignImage.h"
+#include "qzk/ecad/EcadDesignData.h"
+#include "qzk/ecad/ImageAnnotation.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzref/Journal.h"
 
@@ -52,6 +56,7 @@ void Scene::FinishDesignLoad() {
         if (auto* schematic = dynamic_cast<SchematicData*>(data.Get())) {
             pages = schematic->GetNumSheets();
         }
+        _ApplyDesignImages(data);
     }
     {
         std::lock_guard lock(stateMutex_);
@@ -62,6 +67,34 @@ void Scene::FinishDesignLoad() {
         if (du::SmartPtr<qzk::View> view = GetView(i)) {
             view->StoreNumPages(pages);
         }
+    }
+}
+
+void Scene::_ApplyDesignImages(du::SmartPtr<qzk::EcadDesignData> const& data) {
+    auto const* design = dynamic_cast<EcadDesignData const*>(data.Get());
+    du::SmartPtr<qzk::AnnoSet> set;
+    GetAnnoSet(set);
+    if (design == nullptr || !set) {
+        return;
+    }
+    {
+        std::lock_guard lock(stateMutex_);
+        if (imagesOf_ == design) {
+            return;
+        }
+        imagesOf_ = design;
+    }
+    for (DesignImage const* image : design->GetImages()) {
+        ImageAnnotation::Params params;
+        params.id = image->id;
+        params.rep = image->picture;
+        params.imageName = image->name;
+        params.overlayName = image->overlayName;
+        params.imageKind = image->kind;
+        params.imageColor = image->color;
+        params.overlayParameter = image->parameter;
+        params.visible = image->visible;
+        set->_Add(ImageAnnotation::Create(params));
     }
 }
 
