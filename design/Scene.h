@@ -35,6 +35,8 @@ class EcadDesignLoaderEvent;
 
 namespace qzkapp::ecad {
 
+class AdditiveRandom;
+
 class QZECAD_EXPORT Scene : public BaseScene {
 public:
     ~Scene() override;
@@ -95,6 +97,10 @@ protected:
     virtual unsigned int GetCrossHairObjectSheet(void* object);
     void* NetToChildObject(void* object);
     void _SetCrossHairObject() override;
+    // An id for an image that came without one. Plain and area images draw from two sources
+    // seeded alike from the clock, so their draws can meet: an id a row or an area image has
+    // already is drawn again, as 0 is where nonZero asks.
+    uint64 _DrawFreeImageId(AdditiveRandom const& random, bool nonZero) const;
     // View 0 as an ECAD view; null when there is none.
     qzk::ecad::View* _GetMainView() const;
     // Whether the crosshair is to show for the present object, flag and sheet on view.

@@ -66,6 +66,19 @@ Rows::iterator FindRow(Rows& rows, uint64 id) {
 
 } // namespace
 
+uint64 Scene::_DrawFreeImageId(AdditiveRandom const& random, bool nonZero) const {
+    for (;;) {
+        uint64 const id = random.NextId();
+        bool const taken =
+            std::any_of(imageCV.begin(), imageCV.end(),
+                        [id](qzk::ecad::AnnoCVInfo const& row) { return row.id == id; }) ||
+            std::find(areaImageIds.begin(), areaImageIds.end(), id) != areaImageIds.end();
+        if (!taken && (id != 0 || !nonZero)) {
+            return id;
+        }
+    }
+}
+
 void Scene::ImageCreated(du::SmartPtr<qzk::ecad::ImageAnnotation> const& image) {
     static AdditiveRandom const random;
     dp::WriteLocker lock(GetRWLock());
@@ -82,7 +95,7 @@ void Scene::ImageCreated(du::SmartPtr<qzk::ecad::ImageAnnotation> const& image) 
         return;
     }
     if (id == 0) {
-        id = random.NextNonZeroId();
+        id = _DrawFreeImageId(random, true);
     }
     // Kinds above 2 are read as images too; no design makes them.
     qzk::ecad::AnnoCVInfo const row(id, name.c_str(), image->imageColor, DefaultImageVisibility(),
@@ -103,7 +116,7 @@ void Scene::AreaImageCreated(du::SmartPtr<qzk::ecad::ImageAnnotation> const& ima
     du::SmartPtr<qz2d::ecad::Design> const picture = image->GetRep();
     uint64 id = image->Id();
     if (id == 0) {
-        id = random.NextNonZeroId();
+        id = _DrawFreeImageId(random, true);
     }
     unsigned int const parameter = image->overlayParameter;
     du::Localizer const localizer("qzecad:qzecadStrings");
@@ -111,7 +124,7 @@ void Scene::AreaImageCreated(du::SmartPtr<qzk::ecad::ImageAnnotation> const& ima
         localizer.LocalizeMessage("ColorVisAreas", static_cast<du::Localizer::ActionOnFailure>(0)));
     bool const visible = DefaultImageVisibility();
     if (compareAreasImageId == 0) {
-        compareAreasImageId = random.NextId();
+        compareAreasImageId = _DrawFreeImageId(random, false);
         imageCV.emplace_back(compareAreasImageId, label.c_str(), image->imageColor, visible,
                              qzk::ecad::AnnoCVInfo::eImage);
     }

@@ -53,6 +53,7 @@ public:
     void OnIsolateOnlyVisibleChanged(bool const& on, unsigned int const& source) override {
         Add("IsolateOnlyVisible " + std::string(on ? "true " : "false ") + std::to_string(source));
     }
+    void OnImageChanged(unsigned int source) override { Add("Image " + std::to_string(source)); }
     void OnOverlayChanged(unsigned int source) override {
         Add("Overlay " + std::to_string(source));
     }

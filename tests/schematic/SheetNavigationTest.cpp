@@ -2,7 +2,11 @@
 // back, previews keep theirs apart from the current sheet, and only a real change of sheet posts.
 #include "SchematicHarness.h"
 
+#include "IcmApiEcad.h"
+#include "dg/DPoint3D.h"
 #include "qzk/EcadDesign.h"
+#include "qzk/Operation.h"
+#include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzref/Inspect.h"
 
@@ -233,6 +237,59 @@ TEST_F(SchematicTest, SheetChangesRacingTheLoadsCompletionOnAnotherThreadStayCon
     api->PageNav(static_cast<short>(sheet), Base(view));
     EXPECT_EQ(CentreX(view), 6.0);
     EXPECT_EQ(Width(view), 16.0);
+}
+
+// A net is marked by its pin on the sheet on view, else by its last pin, which shows only when
+// the user goes to that pin's sheet.
+TEST_F(SheetNavigationTest, TheCrosshairFollowsTheObjectsSheet) {
+    auto const& data = api_->GetDesignData();
+    auto const item = [&](char const* name, int type) {
+        return du::SmartPtr<qzk::SelectionItem>(du::MakeCounted<qzk::ecad::SelectionItem>(
+            data, data->FindObject(name, type), nullptr, nullptr, dg::DPoint3D::ORIGIN, 0, 0));
+    };
+    api_->SetSelectCrossHair(true);
+    api_->PageNav(1, view_);
+    api_->SetSelectedItems({item("PWM", IcmApiEcad::NET)});
+    Messages::PumpUntilIdle();
+    EXPECT_EQ(qzref::Inspect(*view_).GetCrosshairObject(), data->FindObject("U2.PWM"));
+    EXPECT_TRUE(qzref::Inspect(*view_).GetCrosshairVisibility());
+
+    api_->PageNav(0, view_);
+    EXPECT_FALSE(qzref::Inspect(*view_).GetCrosshairVisibility());
+    api_->SetSelectedItems({item("PWM", IcmApiEcad::NET)});
+    Messages::PumpUntilIdle();
+    EXPECT_EQ(qzref::Inspect(*view_).GetCrosshairObject(), data->FindObject("Q1.G"))
+        << "no pin on sheet 0: the last pin stands for the net";
+    EXPECT_FALSE(qzref::Inspect(*view_).GetCrosshairVisibility());
+    api_->PageNav(2, view_);
+    EXPECT_TRUE(qzref::Inspect(*view_).GetCrosshairVisibility());
+    api_->PageNav(1, view_);
+    EXPECT_FALSE(qzref::Inspect(*view_).GetCrosshairVisibility());
+}
+
+// Unlike a board's, the schematic's full colour set doesn't compare groups and sublayers.
+TEST_F(SheetNavigationTest, FullColourSetAlwaysRecordsGroupsAndSublayers) {
+    Events();
+    qzk::ecad::GroupCVInfoSet groups(true);
+    api_->GetGroupColorVisInfo(groups);
+    qzkapp::ecad::SchematicScene::SublayerMap sublayers;
+    api_->GetSublayerColorVisInfo(sublayers);
+    std::vector<qzk::ecad::AnnoCVInfo> images;
+    api_->GetImageColorVisInfo(images);
+    auto op = du::MakeCounted<qzk::Operation>("full", du::SmartPtr<qzk::Scene>(scene_), false);
+    api_->SetFullColorVisInfo(groups, images, sublayers, op, qzkapp::ecad::ChangeSourceScene);
+    EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 2u) << "no image step: the images are alike";
+    EXPECT_EQ(Events(), (std::vector<std::string>{"SublayerCV 1"}))
+        << "posted although nothing changed";
+
+    auto changed = sublayers;
+    changed.begin()->second.visible = !changed.begin()->second.visible;
+    api_->SetFullColorVisInfo(groups, images, changed, op, qzkapp::ecad::ChangeSourceScene);
+    qzk::RecordOperation(op);
+    ASSERT_TRUE(qzref::UndoControl::Undo());
+    qzkapp::ecad::SchematicScene::SublayerMap now;
+    api_->GetSublayerColorVisInfo(now);
+    EXPECT_EQ(now.begin()->second.visible, sublayers.begin()->second.visible);
 }
 
 } // namespace

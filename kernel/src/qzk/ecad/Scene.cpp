@@ -28,6 +28,8 @@ Scene::Scene(du::SmartPtr<qzk::World> const& world, du::SmartPtr<qzk::Instance> 
              du::SmartPtr<qzk::ViewableSource> const& source)
     : BaseScene(world, nullptr, PathOf(source)), instance_(instance) {
     (void)registered;
+    // A design scene always has its annotations: the design's images, the overlay layer.
+    SetAnnoSet(qzk::AnnoSet::Create());
 }
 
 Scene::~Scene() = default;
