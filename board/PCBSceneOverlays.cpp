@@ -78,7 +78,11 @@ void PCBScene::OverlayCreated(du::SmartPtr<qzk::ecad::EcadPCBData> const& data,
             kernelScene->OverlayColorVisChanged(overlayCV);
         }
     }
-    uint64 const id = ids.NextNonZeroId();
+    // The images' sources are seeded alike: an id the kernel scene shows already is drawn again.
+    uint64 id = ids.NextNonZeroId();
+    while (kernelScene->FindOverlay(id)) {
+        id = ids.NextNonZeroId();
+    }
     qzk::ecad::AnnoCVInfo const entry(id, name.c_str(), color, visible,
                                       qzk::ecad::AnnoCVInfo::eOverlay);
     OverlayInfo const info{gerberPrefs, type, flag};

@@ -97,9 +97,10 @@ protected:
     virtual unsigned int GetCrossHairObjectSheet(void* object);
     void* NetToChildObject(void* object);
     void _SetCrossHairObject() override;
-    // An id for an image that came without one. Plain and area images draw from two sources
-    // seeded alike from the clock, so their draws can meet: an id a row or an area image has
-    // already is drawn again, as 0 is where nonZero asks.
+    // An id for an image that came without one. Plain images, area images and board overlays
+    // draw from sources seeded alike from the clock, so their draws can meet: an id that a row,
+    // an area image or an overlay of the kernel scene has already is drawn again, as 0 is where
+    // nonZero asks.
     uint64 _DrawFreeImageId(AdditiveRandom const& random, bool nonZero) const;
     // View 0 as an ECAD view; null when there is none.
     qzk::ecad::View* _GetMainView() const;

@@ -72,7 +72,8 @@ uint64 Scene::_DrawFreeImageId(AdditiveRandom const& random, bool nonZero) const
         bool const taken =
             std::any_of(imageCV.begin(), imageCV.end(),
                         [id](qzk::ecad::AnnoCVInfo const& row) { return row.id == id; }) ||
-            std::find(areaImageIds.begin(), areaImageIds.end(), id) != areaImageIds.end();
+            std::find(areaImageIds.begin(), areaImageIds.end(), id) != areaImageIds.end() ||
+            (kernelScene && kernelScene->FindOverlay(id));
         if (!taken && (id != 0 || !nonZero)) {
             return id;
         }

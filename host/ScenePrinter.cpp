@@ -12,7 +12,9 @@
 #include "qzk/ecad/ItemContainer.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
+#include "qzk/View.h"
 #include "qzref/DesignObjects.h"
+#include "qzref/ViewInspector.h"
 #include "qzref/UndoControl.h"
 
 #include "qzref/Inspect.h"
@@ -31,6 +33,15 @@ std::string Join(std::vector<std::string> const& words) {
         out += word;
     }
     return out.empty() ? "none" : out;
+}
+
+std::string JoinWith(std::vector<std::string> const& parts, char const* separator) {
+    std::string out;
+    for (auto const& part : parts) {
+        out += out.empty() ? "" : separator;
+        out += part;
+    }
+    return out;
 }
 
 template <class Container> std::string Names(Container const& items) {
@@ -64,8 +75,9 @@ ScenePrinter::ScenePrinter(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::
     : api_(api), scene_(std::move(scene)) {}
 
 std::vector<std::string> ScenePrinter::QueryNames() {
-    return {"draw-order", "highlights", "isolated",     "orientation", "sublayer", "group",
-            "look",       "selection",  "preselection", "undo",        "redo"};
+    return {"draw-order", "highlights", "isolated", "orientation", "sublayer",
+            "group",      "look",       "selection", "preselection", "undo",
+            "redo",       "overlays",   "overlay",  "images",       "crosshair"};
 }
 
 std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& words,
@@ -183,6 +195,45 @@ std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& w
             parts.push_back(part);
         }
         return Join(parts);
+    }
+    if (what == "overlays" || what == "images") {
+        if (!plain()) {
+            return std::nullopt;
+        }
+        std::vector<qzk::ecad::AnnoCVInfo> rows;
+        if (what == "overlays") {
+            api_.GetOverlayColorVisInfo(rows);
+        } else {
+            api_.GetImageColorVisInfo(rows);
+        }
+        // Ids are drawn at random; a row is told by its name.
+        std::vector<std::string> parts;
+        for (auto const& row : rows) {
+            parts.push_back(du::WideStrToUtf8(row.name) + " " + Hex(row.color) +
+                            (row.visible ? " visible" : " hidden"));
+        }
+        return parts.empty() ? std::string("none") : JoinWith(parts, ", ");
+    }
+    if (what == "overlay") {
+        if (!plain()) {
+            return std::nullopt;
+        }
+        return api_.GetCurOverlay() == 0 ? std::string("none")
+                                         : du::WideStrToUtf8(api_.GetCurOverlayName());
+    }
+    if (what == "crosshair") {
+        if (!plain()) {
+            return std::nullopt;
+        }
+        du::SmartPtr<qzk::View> const view = scene_->GetView(0);
+        if (!view) {
+            return std::string("no view");
+        }
+        auto const inspector = qzref::Inspect(*view);
+        void* const object = inspector.GetCrosshairObject();
+        return std::string(api_.GetSelectCrossHair() ? "on" : "off") +
+               (inspector.GetCrosshairVisibility() ? " shown" : " hidden") + " at " +
+               (object != nullptr ? qzref::DesignObjects::NameOf(object) : std::string("none"));
     }
     error = "an unknown query '" + what + "'; one of " + Join(QueryNames());
     return std::nullopt;

@@ -32,11 +32,15 @@ Session::Entry<Session> const Session::kCommands[] = {
     {"draw-order", &Session::DrawOrder},
     {"sublayer", &Session::Sublayer},
     {"group", &Session::Group},
+    {"overlay", &Session::Overlay},
+    {"image", &Session::Image},
+    {"crosshair", &Session::Crosshair},
 };
 
 Session::Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
-                 std::FILE* out)
-    : ScriptRunner(out), api_(api), scene_(scene), printer_(api, scene) {}
+                 std::FILE* out, std::string designDir)
+    : ScriptRunner(out), api_(api), scene_(scene), printer_(api, scene),
+      designDir_(std::move(designDir)) {}
 
 std::vector<std::string> Session::CommandNames() {
     return NamesOf(kCommands);

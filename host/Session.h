@@ -31,7 +31,7 @@ namespace qzhost {
 class Session : public ScriptRunner {
 public:
     Session(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
-            std::FILE* out);
+            std::FILE* out, std::string designDir = {});
 
     bool RenderTo(std::string const& path, std::string& why) const override;
 
@@ -62,6 +62,13 @@ private:
     bool DrawOrder(Call const& call);
     bool Sublayer(Call const& call);
     bool Group(Call const& call);
+    // Overlays, images and the crosshair (SessionOverlays.cpp).
+    bool Overlay(Call const& call);
+    bool Image(Call const& call);
+    bool Crosshair(Call const& call);
+    // Sets the overlays' or the images' rows through the full colour set, as a colour panel
+    // does: one undoable step.
+    bool SetAnnotationRow(Call const& call, bool overlays);
 
     using ItemOperation = void (qzkapp::ecad::BaseScene::*)(
         std::vector<du::SmartPtr<qzk::SelectionItem>> const&, du::SmartPtr<qzk::Operation> const&);
@@ -77,6 +84,8 @@ private:
     qzkapp::ecad::PCBScene& api_;
     du::SmartPtr<qzk::ecad::PCBScene> scene_;
     ScenePrinter printer_;
+    // Where the design came from: an overlay file is looked for there too.
+    std::string designDir_;
     // The groups as the viewer knows them, told to the scene whole after each change.
     std::vector<qzkapp::ecad::GroupInfo> groups_;
 };

@@ -18,6 +18,7 @@
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicView.h"
@@ -185,12 +186,16 @@ int RunScene(Options const& options, Api& api, JournalPrinter& journal, MakeSess
     return status;
 }
 
-int RunBoard(Options const& options, du::SmartPtr<qzk::ecad::PCBScene> const& scene,
-             JournalPrinter& journal) {
+int RunBoard(qzkapp::SceneApiFactory& factory, Options const& options,
+             du::SmartPtr<qzk::ecad::PCBScene> const& scene, JournalPrinter& journal) {
     // Kind 74 always wraps a board scene of the layer.
     auto* api = static_cast<qzkapp::ecad::PCBScene*>(scene->GetApiScene());
     return RunScene<qzhost::HostEvents>(options, *api, journal, [&] {
-        return std::make_unique<qzhost::Session>(*api, scene, stdout);
+        // One view, as a viewer's window: it draws the crosshair.
+        auto view = qzk::ecad::PCBView::Create(*scene, 1);
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(view));
+        return std::make_unique<qzhost::Session>(
+            *api, scene, stdout, std::filesystem::path(options.design).parent_path().string());
     });
 }
 
@@ -253,7 +258,7 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
     }
     int status = 0;
     if (auto board = du::DynamicCast<qzk::ecad::PCBScene>(created)) {
-        status = RunBoard(options, board, journal);
+        status = RunBoard(factory, options, board, journal);
     } else if (auto schematic = du::DynamicCast<qzk::ecad::SchematicScene>(created)) {
         status = RunSchematic(factory, options, schematic, journal);
     } else {

@@ -2,7 +2,9 @@
 // unsigned 32 bits modulo 100,000,000, seeded once from the calendar time.
 //
 // Ids must differ between processes that open the same design (a saved comparison names its
-// overlays by id), so the seed is the time and not a constant. A generator guards its own state:
+// overlays by id), so the seed is the time and not a constant. Every source of one process is
+// seeded alike within a second and so draws the same sequence: whoever draws checks the id
+// against those in use. A generator guards its own state:
 // scenes of different kernels each hold only their own lock while they draw, and two of them may
 // draw from one process-wide generator at once.
 #pragma once

@@ -2,12 +2,17 @@
 
 #include "qzk/EcadDesign.h"
 #include "qzk/ecad/EcadPCBData.h"
+#include "qz2d/ecad/Design.h"
+#include "qzk/View.h"
+#include "qzk/ecad/Overlay.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 #include "qzref/DesignObject.h"
 #include "qzref/Inspect.h"
+#include "qzref/OverlayInspector.h"
+#include "qzref/ViewInspector.h"
 
 #include <cairo-svg.h>
 #include <cairo.h>
@@ -19,6 +24,7 @@
 #include <map>
 #include <memory>
 #include <numbers>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -102,11 +108,51 @@ struct ContextDeleter {
     void operator()(cairo_t* c) const { cairo_destroy(c); }
 };
 
-// One object to draw, in the colour it comes out in; painted in the order given.
+// One object to draw, in the colour it comes out in; painted in the order given. An overlay's
+// objects are drawn through its transform.
 struct Stroke {
     DesignObject const* object;
     Rgb colour;
+    std::optional<dg::DMat33> transform = std::nullopt;
 };
+
+// What is drawn over the design: the pictures of images and compare areas, in a strip along the
+// picture's foot (they carry no place on the board), and the crosshair.
+struct Extras {
+    struct Picture {
+        du::SmartPtr<qz2d::ecad::Design> design;
+        Rgb colour;
+        bool area;
+    };
+    std::vector<Picture> pictures;
+    std::optional<dg::DPoint2D> crosshair;
+};
+
+void PaintPictures(cairo_t* cr, std::vector<Extras::Picture> const& pictures, int height) {
+    double const size = 48;
+    double x = 8;
+    for (auto const& picture : pictures) {
+        double const y = height - size - 8;
+        if (!picture.area) {
+            unsigned int const w = picture.design->GetWidth();
+            unsigned int const h = picture.design->GetHeight();
+            for (unsigned int py = 0; py < h; ++py) {
+                for (unsigned int px = 0; px < w; ++px) {
+                    Rgb const c = FromWord(picture.design->GetPixel(px, py));
+                    cairo_set_source_rgb(cr, c.r, c.g, c.b);
+                    cairo_rectangle(cr, x + px * size / w, y + py * size / h, size / w, size / h);
+                    cairo_fill(cr);
+                }
+            }
+        }
+        // A frame in the row's colour; a compare area is its frame alone.
+        cairo_set_source_rgb(cr, picture.colour.r, picture.colour.g, picture.colour.b);
+        cairo_set_line_width(cr, 2);
+        cairo_rectangle(cr, x, y, size, size);
+        cairo_stroke(cr);
+        x += size + 8;
+    }
+}
 
 // The looks of the kernel scene's appearance layers by object: selection over highlight over
 // group.
@@ -143,7 +189,8 @@ bool Valid(Renderer::View const& view, std::string& error) {
 // Fits what extent draws to the picture, less a margin, y up, turned about its centre and
 // mirrored left to right when seen from the back, paints the strokes and writes the picture.
 bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const& extent,
-           Renderer::View const& view, std::string const& path, std::string& error) {
+           Renderer::View const& view, std::string const& path, std::string& error,
+           Extras const& extras = {}) {
     dg::DBox2D box;
     for (DesignObject const* object : extent) {
         for (auto const& shape : object->geometry) {
@@ -176,12 +223,33 @@ bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const&
             cairo_translate(cr, -box.GetCenter().x, -box.GetCenter().y);
             cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
             for (Stroke const& stroke : strokes) {
+                cairo_save(cr);
+                if (stroke.transform) {
+                    auto const& m = stroke.transform->m;
+                    cairo_matrix_t const matrix{m[0][0], m[1][0], m[0][1],
+                                                m[1][1], m[0][2], m[1][2]};
+                    cairo_transform(cr, &matrix);
+                }
                 cairo_set_source_rgb(cr, stroke.colour.r, stroke.colour.g, stroke.colour.b);
                 for (auto const& shape : stroke.object->geometry) {
                     Trace(cr, shape);
                 }
+                cairo_restore(cr);
+            }
+            if (extras.crosshair) {
+                // Across the whole board, in the colour of a cursor.
+                double const reach = std::max(box.Width(), box.Height());
+                cairo_set_source_rgb(cr, 1, 1, 0);
+                cairo_set_line_width(cr, 2 / scale);
+                cairo_move_to(cr, extras.crosshair->x - reach, extras.crosshair->y);
+                cairo_line_to(cr, extras.crosshair->x + reach, extras.crosshair->y);
+                cairo_move_to(cr, extras.crosshair->x, extras.crosshair->y - reach);
+                cairo_line_to(cr, extras.crosshair->x, extras.crosshair->y + reach);
+                cairo_stroke(cr);
             }
         }
+        cairo_identity_matrix(cr);
+        PaintPictures(cr, extras.pictures, view.height);
     }
     cairo_surface_flush(surface.get());
     if (!svg) {
@@ -270,8 +338,43 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
             strokes.push_back({object, colour});
         }
     }
+    Extras extras;
+    for (auto const& overlay : qzref::Inspect(scene).GetOverlays()) {
+        auto const inspector = qzref::Inspect(*overlay);
+        if (!inspector.IsVisible()) {
+            continue;
+        }
+        Rgb const colour = FromWord(inspector.GetColorWord());
+        if (auto const film = inspector.GetBoard()) {
+            // A film in its own colour, over the board, where its transform puts it.
+            for (DesignObject* object : ObjectsOf(*film)) {
+                if (!object->geometry.empty()) {
+                    strokes.push_back({object, colour, inspector.GetTransform()});
+                }
+            }
+        } else if (auto const picture = inspector.GetPicture()) {
+            extras.pictures.push_back({picture, colour, overlay->overlayKind == 2});
+        }
+    }
+    if (du::SmartPtr<qzk::View> const view0 = scene.GetView(0)) {
+        auto const crosshair = qzref::Inspect(*view0);
+        if (crosshair.GetCrosshairVisibility()) {
+            DesignObject* const object = board->Find(crosshair.GetCrosshairObject());
+            dg::DBox2D range;
+            std::vector<DesignObject*> parts;
+            std::set<DesignObject*> seen;
+            Collect(object, parts, seen);
+            for (DesignObject const* part : parts) {
+                for (auto const& shape : part->geometry) {
+                    range.Extend(shape.GetRange());
+                }
+            }
+            extras.crosshair =
+                range.IsEmpty() ? crosshair.GetCrosshairPosition() : range.GetCenter();
+        }
+    }
     // The picture keeps its frame whatever is hidden: the whole board.
-    return Paint(strokes, objects, view, path, error);
+    return Paint(strokes, objects, view, path, error, extras);
 }
 
 bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
