@@ -14,11 +14,10 @@
 
 namespace qzkapp::ecad {
 
-class ColorVisOverlayOperationStep
-    : public SwapStep<ColorVisOverlayOperationStep, PCBSceneHelper*,
-                      std::vector<qzk::ecad::AnnoCVInfo>> {
-    using Frame = SwapStep<ColorVisOverlayOperationStep, PCBSceneHelper*,
-                           std::vector<qzk::ecad::AnnoCVInfo>>;
+class ColorVisOverlayOperationStep : public SwapStep<ColorVisOverlayOperationStep, PCBSceneHelper*,
+                                                     std::vector<qzk::ecad::AnnoCVInfo>> {
+    using Frame =
+        SwapStep<ColorVisOverlayOperationStep, PCBSceneHelper*, std::vector<qzk::ecad::AnnoCVInfo>>;
 
 public:
     ColorVisOverlayOperationStep(PCBSceneHelper* helper,

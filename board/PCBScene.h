@@ -135,9 +135,9 @@ public:
                         bool flag);
     // A visible new overlay becomes the current one by hiding all the others.
     void OverlayCreated(du::SmartPtr<qzk::ecad::EcadPCBData> const& data, std::wstring const& name,
-                        unsigned int color, bool visible,
-                        qzk::ecad::GerberPrefs const& gerberPrefs, dg::DPoint2D const& center,
-                        dg::DMat33 const& matrix, du::Symbol const& type, bool flag);
+                        unsigned int color, bool visible, qzk::ecad::GerberPrefs const& gerberPrefs,
+                        dg::DPoint2D const& center, dg::DMat33 const& matrix,
+                        du::Symbol const& type, bool flag);
     void RemoveCurOverlay();
     void RemoveOverlay(uint64 const& id);
     // Listeners hear of the new name before the kernel does.

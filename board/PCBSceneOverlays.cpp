@@ -57,9 +57,8 @@ void PCBScene::OverlayCreated(du::SmartPtr<qzk::ecad::EcadPCBData> const& data,
 
 void PCBScene::OverlayCreated(du::SmartPtr<qzk::ecad::EcadPCBData> const& data,
                               std::wstring const& name, unsigned int color, bool visible,
-                              qzk::ecad::GerberPrefs const& gerberPrefs,
-                              dg::DPoint2D const& center, dg::DMat33 const& matrix,
-                              du::Symbol const& type, bool flag) {
+                              qzk::ecad::GerberPrefs const& gerberPrefs, dg::DPoint2D const& center,
+                              dg::DMat33 const& matrix, du::Symbol const& type, bool flag) {
     AdditiveRandom const& ids = OverlayIds();
     dp::WriteLocker lock(GetRWLock());
     if (!data || !kernelScene) {

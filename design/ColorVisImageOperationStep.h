@@ -11,9 +11,8 @@
 
 namespace qzkapp::ecad {
 
-class ColorVisImageOperationStep
-    : public SwapStep<ColorVisImageOperationStep, du::SmartPtr<Scene>,
-                      std::vector<qzk::ecad::AnnoCVInfo>> {
+class ColorVisImageOperationStep : public SwapStep<ColorVisImageOperationStep, du::SmartPtr<Scene>,
+                                                   std::vector<qzk::ecad::AnnoCVInfo>> {
     using Frame = SwapStep<ColorVisImageOperationStep, du::SmartPtr<Scene>,
                            std::vector<qzk::ecad::AnnoCVInfo>>;
 

@@ -8,10 +8,10 @@
 #pragma once
 
 #include "component/ComponentExport.h"
+#include "dg/DPoint2D.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
 #include "du/Types.h"
-#include "dg/DPoint2D.h"
 #include "qzk/ecad/AnnoCVInfo.h"
 #include "scene/BaseScene.h"
 

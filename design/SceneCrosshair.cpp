@@ -27,8 +27,7 @@ qzk::ecad::View* Scene::_GetMainView() const {
 }
 
 bool Scene::_CrosshairShows(qzk::ecad::View& view) const {
-    return crosshairObject != nullptr && selectCrossHair &&
-           crosshairSheet == view.GetCurrentPage();
+    return crosshairObject != nullptr && selectCrossHair && crosshairSheet == view.GetCurrentPage();
 }
 
 void Scene::_SetCrossHairObject() {

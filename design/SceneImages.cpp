@@ -252,8 +252,7 @@ void Scene::SetImageColorVisInfo(std::vector<qzk::ecad::AnnoCVInfo> const& rows,
     _PostEvent(IMAGE_CHANGED_EVENT(), static_cast<unsigned int>(source));
 }
 
-void Scene::UpdateImageCVInfo(std::vector<qzk::ecad::AnnoCVInfo> const& rows,
-                              ChangeSource source) {
+void Scene::UpdateImageCVInfo(std::vector<qzk::ecad::AnnoCVInfo> const& rows, ChangeSource source) {
     dp::WriteLocker lock(GetRWLock());
     if (!qzk::ecad::AnnoCVInfo::AreDifferent(imageCV, rows)) {
         return;

@@ -6,16 +6,16 @@
 #include "du/StringConversion.h"
 #include "qzk/SelectionItem.h"
 #include "qzk/SelectionManager.h"
+#include "qzk/View.h"
 #include "qzk/ecad/GroupCVInfoSet.h"
 #include "qzk/ecad/HighlightItem.h"
 #include "qzk/ecad/IsolateItem.h"
 #include "qzk/ecad/ItemContainer.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
-#include "qzk/View.h"
 #include "qzref/DesignObjects.h"
-#include "qzref/ViewInspector.h"
 #include "qzref/UndoControl.h"
+#include "qzref/ViewInspector.h"
 
 #include "qzref/Inspect.h"
 #include <algorithm>
@@ -75,9 +75,9 @@ ScenePrinter::ScenePrinter(qzkapp::ecad::PCBScene& api, du::SmartPtr<qzk::ecad::
     : api_(api), scene_(std::move(scene)) {}
 
 std::vector<std::string> ScenePrinter::QueryNames() {
-    return {"draw-order", "highlights", "isolated", "orientation", "sublayer",
+    return {"draw-order", "highlights", "isolated",  "orientation",  "sublayer",
             "group",      "look",       "selection", "preselection", "undo",
-            "redo",       "overlays",   "overlay",  "images",       "crosshair"};
+            "redo",       "overlays",   "overlay",   "images",       "crosshair"};
 }
 
 std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& words,
@@ -208,6 +208,7 @@ std::optional<std::string> ScenePrinter::Query(std::vector<std::string> const& w
         }
         // Ids are drawn at random; a row is told by its name.
         std::vector<std::string> parts;
+        parts.reserve(rows.size());
         for (auto const& row : rows) {
             parts.push_back(du::WideStrToUtf8(row.name) + " " + Hex(row.color) +
                             (row.visible ? " visible" : " hidden"));

@@ -54,8 +54,7 @@ bool Session::Overlay(Call const& call) {
         if (!film) {
             return call.Fail(2, "cannot read the overlay: " + read.errorText);
         }
-        std::string const name =
-            call.words.size() > 3 ? call.words[3].text : file.stem().string();
+        std::string const name = call.words.size() > 3 ? call.words[3].text : file.stem().string();
         qzk::ecad::GerberPrefs gerber;
         gerber.Init();
         qzk::ecad::OverlayPrefs placing;
@@ -128,8 +127,9 @@ bool Session::Image(Call const& call) {
 
 bool Session::SetAnnotationRow(Call const& call, bool overlays) {
     char const* const what = overlays ? "overlay" : "image";
-    if (!call.Count(3, 3, overlays ? "overlay color|visible NAME VALUE"
-                                   : "image color|visible NAME VALUE")) {
+    if (!call.Count(3, 3,
+                    overlays ? "overlay color|visible NAME VALUE"
+                             : "image color|visible NAME VALUE")) {
         return false;
     }
     AnnoRows overlayRows;
@@ -138,8 +138,9 @@ bool Session::SetAnnotationRow(Call const& call, bool overlays) {
     api_.GetImageColorVisInfo(imageRows);
     AnnoRows& rows = overlays ? overlayRows : imageRows;
     std::wstring const name = du::Utf8ToWideStr(call.words[2].text);
-    auto const row = std::find_if(rows.begin(), rows.end(),
-                                  [&name](qzk::ecad::AnnoCVInfo const& r) { return r.name == name; });
+    auto const row =
+        std::find_if(rows.begin(), rows.end(),
+                     [&name](qzk::ecad::AnnoCVInfo const& r) { return r.name == name; });
     if (row == rows.end()) {
         return call.Fail(2, std::string("no ") + what + " named '" + call.words[2].text + "'");
     }

@@ -2,6 +2,7 @@
 // bodies, the search record and the colour tree's state.
 #include "scene/BaseScene.h"
 
+#include "dg/DMat33.h"
 #include "qzk/Annotation.h"
 #include "qzk/Kernel.h"
 #include "qzk/Operation.h"
@@ -11,7 +12,6 @@
 #include "qzk/World.h"
 #include "qzk/WorldObserver.h"
 #include "qzk/ecad/BaseScene.h"
-#include "dg/DMat33.h"
 #include "qzk/ecad/Overlay.h"
 #include "scene/EcadItemKinds.h"
 

@@ -8,11 +8,11 @@
 #include "qzk/View.h"
 #include "qzk/ecad/BaseView.h"
 #include "qzk/ecad/SchematicData.h"
-#include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicSceneObserver.h"
 #include "qzk/ecad/SchematicView.h"
 #include "qzk/ecad/SchematicViewObserver.h"
+#include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/View.h"
 #include "qzplugin/PluginHandlerIf.h"
 #include "scene/ColorVisGroupOperationStep.h"
@@ -208,8 +208,7 @@ void SchematicScene::SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet const& groups
     dp::WriteLocker lock(GetRWLock());
     if (op) {
         AddStep<ColorVisGroupOperationStep>(op, static_cast<BaseScene*>(this), GetGroupCV());
-        AddStep<ColorVisSublayerOperationStep>(op, static_cast<SchSceneHelper*>(this),
-                                               sublayerCV);
+        AddStep<ColorVisSublayerOperationStep>(op, static_cast<SchSceneHelper*>(this), sublayerCV);
         if (qzk::ecad::AnnoCVInfo::AreDifferent(imageCV, images)) {
             AddStep<ColorVisImageOperationStep>(op, static_cast<Scene*>(this), imageCV);
         }

@@ -41,8 +41,7 @@ protected:
 
     uint64 Create(std::wstring const& name, bool visible) {
         api_->OverlayCreated(film_, name, 0x010000FF, visible, qzk::ecad::GerberPrefs(),
-                             dg::DPoint2D(1, 2), dg::DMat33::IDENTITY, du::Symbol("gerber"),
-                             false);
+                             dg::DPoint2D(1, 2), dg::DMat33::IDENTITY, du::Symbol("gerber"), false);
         Settle();
         return api_->GetOverlayByName(name);
     }
@@ -130,11 +129,11 @@ TEST_F(OverlayTest, OperationsOnTheCurrentOverlayAndItsRemoval) {
     api_->RotateCurOverlay(90);
     api_->FlipHorzCurOverlay();
     api_->FlipVertCurOverlay();
-    EXPECT_EQ(Ops(qzref::Journal::Since(mark), {"RotateOverlay", "FlipHorzOverlay",
-                                                "FlipVertOverlay"}),
-              (std::vector<std::string>{"RotateOverlay(" + std::to_string(b) + ", 90)",
-                                        "FlipHorzOverlay(" + std::to_string(b) + ")",
-                                        "FlipVertOverlay(" + std::to_string(b) + ")"}));
+    EXPECT_EQ(
+        Ops(qzref::Journal::Since(mark), {"RotateOverlay", "FlipHorzOverlay", "FlipVertOverlay"}),
+        (std::vector<std::string>{"RotateOverlay(" + std::to_string(b) + ", 90)",
+                                  "FlipHorzOverlay(" + std::to_string(b) + ")",
+                                  "FlipVertOverlay(" + std::to_string(b) + ")"}));
     Events();
 
     api_->RemoveCurOverlay();
@@ -150,9 +149,9 @@ TEST_F(OverlayTest, OperationsOnTheCurrentOverlayAndItsRemoval) {
     api_->RemoveCurOverlay();
     api_->RemoveOverlay(b);
     EXPECT_TRUE(Events().empty()) << "nothing current, nothing known: nothing happens";
-    EXPECT_TRUE(Ops(qzref::Journal::Since(mark), {"RenameOverlay", "RotateOverlay",
-                                                  "RemoveOverlay"})
-                    .empty());
+    EXPECT_TRUE(
+        Ops(qzref::Journal::Since(mark), {"RenameOverlay", "RotateOverlay", "RemoveOverlay"})
+            .empty());
 
     api_->RemoveOverlay(a);
     EXPECT_EQ(Events(), std::vector<std::string>{"Overlay 1"});
@@ -167,8 +166,8 @@ TEST_F(OverlayTest, IdsAreNeverZeroAndNeverRepeatAcrossScenes) {
     for (int i = 0; i < 50; ++i) {
         api_->OverlayCreated(film_, L"o", 0, false, qzk::ecad::GerberPrefs(), dg::DPoint2D(),
                              dg::DMat33::IDENTITY, du::Symbol(), false);
-        Api(other)->OverlayCreated(film_, L"o", 0, false, qzk::ecad::GerberPrefs(),
-                                   dg::DPoint2D(), dg::DMat33::IDENTITY, du::Symbol(), false);
+        Api(other)->OverlayCreated(film_, L"o", 0, false, qzk::ecad::GerberPrefs(), dg::DPoint2D(),
+                                   dg::DMat33::IDENTITY, du::Symbol(), false);
     }
     for (auto* scene : {api_, Api(other)}) {
         std::vector<AnnoCVInfo> list;
@@ -214,8 +213,8 @@ TEST_F(OverlayTest, FullColourSetRecordsAndPostsOnlyWhatDiffers) {
     api_->SetFullColorVisInfo(groups, sublayers, overlays, images, op, ChangeSourceScene);
     EXPECT_EQ(qzref::Inspect(*op).GetStepCount(), 0u);
     EXPECT_TRUE(Events().empty());
-    EXPECT_TRUE(Ops(qzref::Journal::Since(mark), {"SetColorVisInfo", "OverlayColorVisChanged"})
-                    .empty());
+    EXPECT_TRUE(
+        Ops(qzref::Journal::Since(mark), {"SetColorVisInfo", "OverlayColorVisChanged"}).empty());
 
     std::vector<AnnoCVInfo> changed = overlays;
     changed[0].visible = false;

@@ -140,8 +140,8 @@ TEST_F(ImageTest, ColourPanelReachesTheImagesAndUndoSwapsTheRows) {
     changed[0].visible = false;
     changed[2].color = 0x0100FF00;
     auto op = du::MakeCounted<qzk::Operation>("images", du::SmartPtr<qzk::Scene>(scene_), false);
-    api_->SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet(false), qzk::ecad::SublayerPCB_CVSet(),
-                              {}, changed, op, qzkapp::ecad::ChangeSourceScene);
+    api_->SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet(false), qzk::ecad::SublayerPCB_CVSet(), {},
+                              changed, op, qzkapp::ecad::ChangeSourceScene);
     Settle();
     // Groups and sublayers given empty differ too; only the image step is looked at here.
     auto logo = Image("Logo");
@@ -205,9 +205,8 @@ protected:
     }
     du::SmartPtr<qzk::SelectionItem> Item(char const* name, int type) const {
         auto const& data = api_->GetDesignData();
-        return du::MakeCounted<qzk::ecad::SelectionItem>(data, data->FindObject(name, type),
-                                                         nullptr, nullptr, dg::DPoint3D::ORIGIN,
-                                                         0, 0);
+        return du::MakeCounted<qzk::ecad::SelectionItem>(
+            data, data->FindObject(name, type), nullptr, nullptr, dg::DPoint3D::ORIGIN, 0, 0);
     }
     void Select(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {
         api_->SetSelectedItems(items);
@@ -244,7 +243,8 @@ TEST_F(CrosshairTest, SelectionMovesTheCrosshairAndTheFlagShowsIt) {
     EXPECT_EQ(View().GetCrosshairObject(), ObjectOf(r1));
 
     Select({Item("LED", IcmApiEcad::NET)});
-    qzk::ecad::DesignObject const* marked = api_->GetDesignData()->Find(View().GetCrosshairObject());
+    qzk::ecad::DesignObject const* marked =
+        api_->GetDesignData()->Find(View().GetCrosshairObject());
     ASSERT_NE(marked, nullptr);
     EXPECT_EQ(marked->type, IcmApiEcad::PIN) << "a net is marked by one of its pins";
     EXPECT_TRUE(View().GetCrosshairVisibility());

@@ -6,8 +6,8 @@
 #include "dg/DPoint3D.h"
 #include "qzk/EcadDesign.h"
 #include "qzk/Operation.h"
-#include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/SchematicData.h"
+#include "qzk/ecad/SelectionItem.h"
 #include "qzref/Inspect.h"
 
 namespace qztest {

@@ -1,9 +1,9 @@
 #include "qzref/Renderer.h"
 
-#include "qzk/EcadDesign.h"
-#include "qzk/ecad/EcadPCBData.h"
 #include "qz2d/ecad/Design.h"
+#include "qzk/EcadDesign.h"
 #include "qzk/View.h"
+#include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/Overlay.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SchematicData.h"

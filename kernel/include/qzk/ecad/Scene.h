@@ -2,7 +2,8 @@
 // the layer clears before it loads and the kernel sets when the layer has taken the design over;
 // FinishDesignLoad also gives the scene and its views the design's number of pages (a
 // schematic's sheets, one for a board), and puts the design's images into the scene's annotation
-// set (every design scene has its own from the start), once per design data: whoever follows the set hears of them as annotations added.
+// set (every design scene has its own from the start), once per design data: whoever follows the
+// set hears of them as annotations added.
 #pragma once
 
 #include "qzk/Instance.h"

@@ -6,7 +6,6 @@
 #include "du/StringConversion.h"
 #include "qzk/AnnoSet.h"
 #include "qzk/AnnoSetTableEntry.h"
-#include "qzk/ecad/OverlayLayerAnnotation.h"
 #include "qzk/ClassType.h"
 #include "qzk/EcadDesign.h"
 #include "qzk/Instance.h"
@@ -14,6 +13,7 @@
 #include "qzk/ViewableSource.h"
 #include "qzk/ecad/BaseSceneObserver.h"
 #include "qzk/ecad/EcadPCBData.h"
+#include "qzk/ecad/OverlayLayerAnnotation.h"
 #include "qzref/RecordFmt.h"
 
 #include "qz2d/ecad/Design.h"

@@ -1,11 +1,11 @@
 #include "qzk/ecad/Scene.h"
 
+#include "qzk/AnnoSet.h"
 #include "qzk/ClassType.h"
 #include "qzk/EcadDesign.h"
 #include "qzk/Instance.h"
 #include "qzk/View.h"
 #include "qzk/ViewableSource.h"
-#include "qzk/AnnoSet.h"
 #include "qzk/ecad/DesignImage.h"
 #include "qzk/ecad/EcadDesignData.h"
 #include "qzk/ecad/ImageAnnotation.h"
