@@ -1,8 +1,8 @@
 // The undo property on a loaded board: random sequences of what a viewer's user does (sublayer
-// colours and visibility, group colours, draw order, highlights, isolation, flip and rotation,
-// selection), with undo and redo between them. Undoing everything brings the kernel's and the
-// scene's state back to the state right after the load, exactly; redoing everything brings the
-// final state back, exactly; every event heard decodes.
+// colours and visibility, group colours, overlay colours, draw order, highlights, isolation,
+// flip and rotation, selection), with undo and redo between them. Undoing everything brings the
+// kernel's and the scene's state back to the state right after the load, exactly; redoing
+// everything brings the final state back, exactly; every event heard decodes.
 //
 // A short seeded run is part of the suite. The long form is
 //     QZ_PROPERTY_OPS=100000 QZ_PROPERTY_SEED=7 build/tests/trust_tests
@@ -12,25 +12,35 @@
 // Two things a user does are left out because their undo is not meant to restore: the overlap
 // colour switch records nothing, and undoing a flip turns the view back but inverts the layer
 // order a second time (its operation holds both the flip's step, which toggles the flip and so
-// inverts, and the inversion's own step). OrientationTest and GroupColorTest state those.
+// inverts, and the inversion's own step). OrientationTest and GroupColorTest state those. The
+// overlays' and the sublayers' rows are also changed through the one call that sets all colour
+// families at once.
 #include "board/PCBScene.h"
 #include "board/PCBSceneObserver.h"
 #include "component/EntryPoints.h"
+#include "dg/DMat33.h"
+#include "dg/DPoint2D.h"
+#include "du/StringConversion.h"
 #include "qzk/Instance.h"
 #include "qzk/Operation.h"
 #include "qzk/SelectionManager.h"
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
 #include "qzk/ecad/EcadDesignData.h"
+#include "qzk/ecad/EcadPCBData.h"
+#include "qzk/ecad/GerberPrefs.h"
 #include "qzk/ecad/GroupCVInfoSet.h"
+#include "qzk/ecad/Overlay.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SelectionItem.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 #include "qzkapp/SceneApiFactory.h"
+#include "qzref/DesignFile.h"
 #include "qzref/DesignObjects.h"
 #include "qzref/Inspect.h"
 #include "qzref/LoaderControl.h"
 #include "qzref/Messages.h"
+#include "qzref/OverlayInspector.h"
 #include "qzref/Platform.h"
 #include "qzref/UndoControl.h"
 
@@ -68,17 +78,37 @@ enum class Kind {
     ResetDrawOrder,
     FillShapes,
     Select,
+    OverlayColour,
+    OverlayVisible,
+    FullColour,
     Undo,
     Redo,
     Count
 };
 
-char const* const kKindNames[] = {
-    "sublayer-colour", "sublayer-visible", "group-colour",   "group-visible",
-    "highlight",       "add-highlight",    "dehighlight",    "clear-highlights",
-    "isolate",         "deisolate",        "clear-isolated", "rotate",
-    "invert-layers",   "apply-draw-order", "move-layer",     "reset-draw-order",
-    "fill-shapes",     "select",           "undo",           "redo"};
+char const* const kKindNames[] = {"sublayer-colour",
+                                  "sublayer-visible",
+                                  "group-colour",
+                                  "group-visible",
+                                  "highlight",
+                                  "add-highlight",
+                                  "dehighlight",
+                                  "clear-highlights",
+                                  "isolate",
+                                  "deisolate",
+                                  "clear-isolated",
+                                  "rotate",
+                                  "invert-layers",
+                                  "apply-draw-order",
+                                  "move-layer",
+                                  "reset-draw-order",
+                                  "fill-shapes",
+                                  "select",
+                                  "overlay-colour",
+                                  "overlay-visible",
+                                  "full-colour",
+                                  "undo",
+                                  "redo"};
 static_assert(std::size(kKindNames) == static_cast<std::size_t>(Kind::Count));
 
 // One step of a sequence: what, and the random numbers it draws its arguments from, so that a
@@ -130,6 +160,14 @@ public:
         api_->OnGroupContentAdded("power", {Item(0), Item(1)});
         api_->OnGroupContentAdded("analog", {Item(2)});
         api_->GetDefaultDrawOrder(defaultOrder_);
+        // Two overlays of one film, the second current: their rows change colour and
+        // visibility, which changes which one is current.
+        auto const film = du::DynamicCast<qzk::ecad::EcadPCBData>(
+            qzref::ReadDesignFile(QZ_EXAMPLES_DIR "/designs/top-copper.gbr").data);
+        for (wchar_t const* name : {L"film A", L"film B"}) {
+            api_->OverlayCreated(film, name, 0x010000FFu, true, qzk::ecad::GerberPrefs(),
+                                 dg::DPoint2D(), dg::DMat33::IDENTITY, du::Symbol("gerber"), false);
+        }
         Messages::PumpUntilIdle();
     }
     ~Board() {
@@ -199,6 +237,33 @@ public:
             Change(set, op, op.kind == Kind::GroupColour);
             recorded([&](auto const& o) {
                 api.SetGroupColorVisInfo(set, o, qzkapp::ecad::ChangeSourceScene);
+            });
+            break;
+        }
+        case Kind::OverlayColour:
+        case Kind::OverlayVisible:
+        case Kind::FullColour: {
+            // Through the one call that sets every family, which records only what differs.
+            qzk::ecad::GroupCVInfoSet groups(false);
+            api.GetGroupColorVisInfo(groups);
+            qzk::ecad::SublayerPCB_CVSet sublayers;
+            api.GetColorVisInfo(sublayers);
+            std::vector<qzk::ecad::AnnoCVInfo> overlays;
+            api.GetOverlayColorVisInfo(overlays);
+            std::vector<qzk::ecad::AnnoCVInfo> images;
+            api.GetImageColorVisInfo(images);
+            auto& row = overlays[op.a % overlays.size()];
+            if (op.kind == Kind::OverlayVisible) {
+                row.visible = !row.visible;
+            } else {
+                row.color = 0x01000000u | (op.b & 0xFFFFFFu);
+            }
+            if (op.kind == Kind::FullColour) {
+                Change(sublayers, op, true);
+            }
+            recorded([&](auto const& o) {
+                api.SetFullColorVisInfo(groups, sublayers, overlays, images, o,
+                                        qzkapp::ecad::ChangeSourceScene);
             });
             break;
         }
@@ -334,8 +399,10 @@ public:
         for (short layer : order) {
             out << " " << layer;
         }
-        out << "\nscene invert " << api_->GetInvertLayers() << " flip " << api_->GetFlip()
-            << " rotation " << api_->GetRotation() << " fill " << api_->GetFillShapes() << "\n";
+        // Not the inversion flag: it is the kernel's, and a layer move tells the kernel the order
+        // without inversion, undone or not. The order itself is compared above.
+        out << "\nscene flip " << api_->GetFlip() << " rotation " << api_->GetRotation() << " fill "
+            << api_->GetFillShapes() << "\n";
         qzk::ecad::ItemContainer<qzk::ecad::HighlightItem> highlights;
         api_->GetHighlights(highlights);
         std::set<std::string> names;
@@ -344,6 +411,18 @@ public:
         }
         for (auto const& name : names) {
             out << "scene highlight " << name << "\n";
+        }
+        std::vector<qzk::ecad::AnnoCVInfo> overlays;
+        api_->GetOverlayColorVisInfo(overlays);
+        for (auto const& row : overlays) {
+            out << "scene overlay " << du::WideStrToUtf8(row.name) << " " << std::hex << row.color
+                << std::dec << " " << row.visible << "\n";
+        }
+        out << "scene current overlay " << du::WideStrToUtf8(api_->GetCurOverlayName()) << "\n";
+        for (auto const& overlay : inspect.GetOverlays()) {
+            auto const film = qzref::Inspect(*overlay);
+            out << "kernel overlay " << film.GetName() << " " << std::hex << film.GetColorWord()
+                << std::dec << " " << film.IsVisible() << "\n";
         }
         return out.str();
     }
