@@ -6,13 +6,19 @@
 
 #include "board/PCBScene.h"
 #include "component/EntryPoints.h"
+#include "dg/DMat33.h"
+#include "dg/DPoint2D.h"
 #include "qzk/Instance.h"
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
+#include "qzk/ecad/EcadPCBData.h"
+#include "qzk/ecad/GerberPrefs.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicView.h"
 #include "qzkapp/SceneApiFactory.h"
+#include "qzref/DesignFile.h"
 #include "qzref/Inspect.h"
 #include "qzref/LoaderControl.h"
 #include "qzref/Messages.h"
@@ -159,6 +165,31 @@ TEST_F(RendererTest, ColoursLooksVisibilityAndDrawOrder) {
     unsigned int const rgb =
         ((highlight & 0xFF) << 16) | (highlight & 0xFF00) | ((highlight >> 16) & 0xFF);
     EXPECT_EQ(Pixels({}, kLeftRight), (std::vector<unsigned int>{kRed, rgb, kBlack, kBlack}));
+}
+
+// An overlay's film is drawn over the board in the overlay's colour where its transform puts
+// it, and not while it is hidden; the crosshair crosses the picture through the marked object.
+TEST_F(RendererTest, OverlaysAndTheCrosshairAreDrawnOverTheBoard) {
+    auto const film = du::DynamicCast<qzk::ecad::EcadPCBData>(qzref::ReadDesignFile(design_).data);
+    ASSERT_TRUE(film);
+    // The film's L moved 10 mm to the right covers the gap at 15 mm.
+    api_->OverlayCreated(film, L"moved", 0x01FFFFFF, true, qzk::ecad::GerberPrefs(),
+                         dg::DPoint2D(15, 5), dg::DMat33::Translation(10, 0), du::Symbol("g"),
+                         false);
+    EXPECT_EQ(Pixels({}, {{150, 50}, {5, 5}}), (std::vector<unsigned int>{0xFFFFFF, kBlack}));
+    Run("overlay visible moved no\n");
+    EXPECT_EQ(Pixels({}, {{150, 50}}), (std::vector<unsigned int>{kBlack}));
+
+    auto view = qzk::ecad::PCBView::Create(*scene_, 1);
+    Run("select R\ncrosshair on\n");
+    qzref::Messages::PumpUntilIdle();
+    unsigned int const yellow = 0xFFFF00;
+    EXPECT_EQ(Pixels({}, {{240, 5}, {5, 50}, {150, 5}}),
+              (std::vector<unsigned int>{yellow, yellow, kBlack}))
+        << "through the centre of R, across the whole picture";
+    Run("crosshair off\n");
+    EXPECT_EQ(Pixels({}, {{240, 5}}), (std::vector<unsigned int>{kBlack}));
+    scene_->RemoveView(du::SmartPtr<qzk::View>(view.Get()));
 }
 
 TEST_F(RendererTest, FlippedBoardIsMirroredAndSvgIsWritten) {
