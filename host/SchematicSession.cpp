@@ -166,6 +166,10 @@ bool SchematicSession::Sublayer(Call const& call) {
     return true;
 }
 
+std::vector<std::string> SchematicSession::QueryNames() {
+    return {"sheets", "sheet", "view", "sublayer"};
+}
+
 std::optional<std::string> SchematicSession::Query(std::vector<std::string> const& words,
                                                    std::string& error) const {
     std::string const name = words.empty() ? std::string() : words[0];

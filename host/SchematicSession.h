@@ -28,6 +28,7 @@ public:
                      du::SmartPtr<qzk::ecad::SchematicView> view, std::FILE* out);
 
     static std::vector<std::string> CommandNames();
+    static std::vector<std::string> QueryNames();
 
     // Draws the sheet on view.
     bool RenderTo(std::string const& path, std::string& why) const override;

@@ -127,6 +127,19 @@ bool ScriptRunner::RunLine(ScriptLine const& line, std::string& why, int& column
     return ok;
 }
 
+std::optional<std::string>
+ScriptRunner::QueryElsewhere(std::vector<std::string> const& query) const {
+    if (query.empty()) {
+        return std::nullopt;
+    }
+    std::string const needs = SceneNeededByQuery(query[0], SceneName());
+    if (needs.empty()) {
+        return std::nullopt;
+    }
+    return "'" + query[0] + "' is not available on a " + SceneName() + " scene; it needs a " +
+           needs + " scene";
+}
+
 bool ScriptRunner::Undo(Call const& call) {
     if (!call.Count(0, 0, "no words after undo")) {
         return false;
@@ -159,7 +172,7 @@ bool ScriptRunner::Print(Call const& call) {
     std::string error;
     auto const value = Query(query, error);
     if (!value) {
-        return call.Fail(1, "expected rows or " + error);
+        return call.Fail(1, QueryElsewhere(query).value_or("expected rows or " + error));
     }
     std::fprintf(out_, "%s: %s\n", Join(call.words, 1, call.words.size()).c_str(), value->c_str());
     return true;
@@ -183,7 +196,7 @@ bool ScriptRunner::Expect(Call const& call) {
     std::string error;
     auto const value = Query(query, error);
     if (!value) {
-        return call.Fail(1, "expected " + error);
+        return call.Fail(1, QueryElsewhere(query).value_or("expected " + error));
     }
     std::string const wanted = Join(call.words, equals + 1, call.words.size());
     if (*value != wanted) {

@@ -31,6 +31,9 @@ bool ToInt(std::string const& text, long long least, long long most, long long& 
 
 // The kind of scene ("board", "schematic", ...) whose session has command; empty when none has.
 std::string SceneNeededBy(std::string const& command);
+// The kind of scene whose sessions answer the query, when a session of scene does not; empty
+// when scene answers it itself or no kind does.
+std::string SceneNeededByQuery(std::string const& query, std::string const& scene);
 
 class ScriptRunner {
 public:
@@ -93,6 +96,8 @@ protected:
     virtual bool RunSceneCommand(Call const& call, bool& found) = 0;
     // The value of a query (its words after the query's name); nothing when the query is unknown
     // or its arguments are wrong, with why in error.
+    // The message for a query that another kind of scene answers; nullopt otherwise.
+    std::optional<std::string> QueryElsewhere(std::vector<std::string> const& query) const;
     virtual std::optional<std::string> Query(std::vector<std::string> const& words,
                                              std::string& error) const = 0;
     // The scene's table of sublayers, one row each.

@@ -11,19 +11,37 @@ namespace {
 struct Family {
     char const* scene;
     std::vector<std::string> (*commands)();
+    std::vector<std::string> (*queries)();
 };
 
 Family const kFamilies[] = {
-    {"board", &Session::CommandNames},
-    {"schematic", &SchematicSession::CommandNames},
+    {"board", &Session::CommandNames, &ScenePrinter::QueryNames},
+    {"schematic", &SchematicSession::CommandNames, &SchematicSession::QueryNames},
 };
+
+bool Has(std::vector<std::string> const& names, std::string const& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
 
 } // namespace
 
 std::string SceneNeededBy(std::string const& command) {
     for (auto const& family : kFamilies) {
-        auto const names = family.commands();
-        if (std::find(names.begin(), names.end(), command) != names.end()) {
+        if (Has(family.commands(), command)) {
+            return family.scene;
+        }
+    }
+    return {};
+}
+
+std::string SceneNeededByQuery(std::string const& query, std::string const& scene) {
+    for (auto const& own : kFamilies) {
+        if (own.scene == scene && Has(own.queries(), query)) {
+            return {};
+        }
+    }
+    for (auto const& family : kFamilies) {
+        if (family.scene != scene && Has(family.queries(), query)) {
             return family.scene;
         }
     }

@@ -149,6 +149,15 @@ TEST_F(SessionTest, BadLinesNameLineAndColumnAndStopTheSession) {
     EXPECT_EQ(Run("\n  frobnicate U1\nhighlight U1\n"), "t.qzs:2:3: unknown command 'frobnicate'");
     EXPECT_EQ(Run("  sheet go 1\n"),
               "t.qzs:1:3: 'sheet' is not available on a board scene; it needs a schematic scene");
+    EXPECT_EQ(Run("expect sheets = none\n"),
+              "t.qzs:1:8: 'sheets' is not available on a board scene; it needs a schematic scene");
+    EXPECT_EQ(Run("print overlays extra\n"), "t.qzs:1:7: expected rows or 'overlays' takes no "
+                                             "arguments")
+        << "a query this scene answers keeps its own message";
+    EXPECT_EQ(Run("overlay add missing.gbr\n").rfind("t.qzs:1:13: cannot read the overlay: ", 0),
+              0u);
+    EXPECT_EQ(Run("image color Nobody 0x01000000\n"), "t.qzs:1:13: no image named 'Nobody'");
+    EXPECT_EQ(Run("crosshair at 1 north\n"), "t.qzs:1:16: expected a number, not 'north'");
     EXPECT_EQ(Run("highlight U1 NOPE\n"), "t.qzs:1:14: no object named 'NOPE' in the design");
     EXPECT_EQ(Run("highlight\n"), "t.qzs:1:10: expected one or more object names");
     EXPECT_EQ(Run("rotate ninety\n"), "t.qzs:1:8: expected an angle in degrees, not 'ninety'");
