@@ -25,7 +25,9 @@ MessageLoop::~MessageLoop() {
     StopDispatcher();
 }
 
-MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
+// The helpers of a post and of a delivery are inline, so that the compiler folds them into their
+// callers on the message path; an exported member function is otherwise called through the PLT.
+inline MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
     std::uint32_t const index = IndexOf(handle);
     if (index >= slots_.size()) {
         return nullptr;
@@ -101,7 +103,7 @@ bool MessageLoop::ReleaseIfIdle(uint64 handle) noexcept {
     return true;
 }
 
-void MessageLoop::PushQueued(uint64 handle, dom::MessageData&& message) {
+inline void MessageLoop::PushQueued(uint64 handle, dom::MessageData&& message) {
     if (count_ == ring_.size()) {
         std::vector<Queued> grown(std::max<std::size_t>(16, ring_.size() * 2));
         for (std::size_t i = 0; i < count_; ++i) {
@@ -116,7 +118,7 @@ void MessageLoop::PushQueued(uint64 handle, dom::MessageData&& message) {
     ++count_;
 }
 
-void MessageLoop::PopQueued(Queued& out) {
+inline void MessageLoop::PopQueued(Queued& out) {
     Queued& head = ring_[head_];
     out.handle = head.handle;
     out.message = std::move(head.message);
@@ -132,7 +134,7 @@ void MessageLoop::Queue(uint64 handle, dom::MessageData&& message) {
     }
 }
 
-bool MessageLoop::DeliverNext() {
+inline bool MessageLoop::DeliverNext() {
     std::thread::id const self = std::this_thread::get_id();
     Queued item;
     Slot* slot = nullptr;
@@ -177,7 +179,7 @@ bool MessageLoop::DeliverNext() {
     return true;
 }
 
-void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
+inline void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
     dom::Observer* release = nullptr;
     std::uint32_t const state =
         slot.state.fetch_sub(OneDelivery, std::memory_order_acq_rel) - OneDelivery;
