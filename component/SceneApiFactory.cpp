@@ -20,7 +20,14 @@ namespace {
 template <class Api, class Bound, class Kernel>
 du::SmartPtr<qzk::Scene> Bind(du::SmartPtr<Kernel> const& kernelScene) {
     du::SmartPtr<Api> apiScene = du::MakeCounted<Api>(du::SmartPtr<Bound>(kernelScene));
-    apiScene->Init();
+    try {
+        apiScene->Init();
+    } catch (...) {
+        // Constructed, the two scenes hold each other, and Init may have left observers with the
+        // kernel; nobody but this call knows the pair, so it ends it as the kernel ends a scene.
+        kernelScene->Destroy();
+        throw;
+    }
     return du::SmartPtr<qzk::Scene>(kernelScene);
 }
 

@@ -89,6 +89,31 @@ TEST_F(MessageLoopTest, DeliversInPostingOrderAndNeverInsideThePost) {
     EXPECT_FALSE(Messages::PumpOne());
 }
 
+// The queue is a ring that grows: a growth while its oldest message sits in the middle of the
+// ring must keep the order, and so must the pending count.
+TEST_F(MessageLoopTest, OrderHoldsWhenTheQueueGrowsWhileItWrapsAround) {
+    std::vector<std::string> log;
+    Recorder a("a", &log);
+    ASSERT_TRUE(observable_.AddObserver(a, MakeProxy(a)));
+    std::vector<std::string> expected;
+    unsigned int next = 0;
+    auto post = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            Post(20, ++next);
+            expected.push_back("a20:" + std::to_string(next));
+        }
+    };
+    post(12);
+    for (int i = 0; i < 9; ++i) {
+        ASSERT_TRUE(Messages::PumpOne());
+    }
+    post(40);
+    EXPECT_EQ(Messages::GetPendingCount(), 43u);
+    post(100);
+    EXPECT_EQ(Messages::PumpUntilIdle(), 143u);
+    EXPECT_EQ(log, expected);
+}
+
 TEST_F(MessageLoopTest, MessageForAnObserverThatHasGoneIsDropped) {
     std::vector<std::string> log;
     Recorder stays("s", &log);

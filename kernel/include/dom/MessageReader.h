@@ -7,10 +7,12 @@
 // only values pushed with that width; no read widens or narrows.
 #pragma once
 
+#include "dom/WireTag.h"
 #include "du/RefCounted.h"
 #include "du/SmartPtr.h"
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -28,11 +30,27 @@ public:
     // The reader refers to message; message must outlive it.
     explicit MessageReader(MessageData const& message) noexcept : message_(&message) {}
 
-    bool GetInt32Value(int& value);
-    bool GetUInt32Value(unsigned int& value);
-    bool GetUInt16Value(unsigned short& value);
-    bool GetUInt8Value(unsigned char& value);
-    bool GetBooleanValue(bool& value);
+    // The fixed-width reads are inline: a handler reads a few per message, and a call would cost
+    // more than the read.
+    bool GetInt32Value(int& value) {
+        unsigned int word = 0;
+        if (!ReadValue(wire::UInt32, word)) {
+            return false;
+        }
+        value = static_cast<int>(word);
+        return true;
+    }
+    bool GetUInt32Value(unsigned int& value) { return ReadValue(wire::UInt32, value); }
+    bool GetUInt16Value(unsigned short& value) { return ReadValue(wire::UInt16, value); }
+    bool GetUInt8Value(unsigned char& value) { return ReadValue(wire::UInt8, value); }
+    bool GetBooleanValue(bool& value) {
+        unsigned char byte = 0;
+        if (!ReadValue(wire::Boolean, byte)) {
+            return false;
+        }
+        value = byte != 0;
+        return true;
+    }
     bool GetStringValue(std::string& value);
     // Kernel notifications only: the next counted object.
     bool GetObjectValue(du::SmartPtr<du::RefCounted>& value);
@@ -46,6 +64,16 @@ public:
     }
 
 private:
+    template <class T> bool ReadValue(char tag, T& out) {
+        std::string const& bytes = message_->bytes;
+        if (offset_ + 1 + sizeof(T) > bytes.size() || bytes[offset_] != tag) {
+            return false;
+        }
+        std::memcpy(&out, bytes.data() + offset_ + 1, sizeof(T));
+        offset_ += 1 + sizeof(T);
+        return true;
+    }
+
     MessageData const* message_;
     std::size_t offset_ = 0;
     std::size_t objectIndex_ = 0;

@@ -12,10 +12,12 @@
 #pragma once
 
 #include "dom/MessageReader.h"
+#include "dom/WireTag.h"
 #include "du/CommonAllocated.h"
 #include "du/RefCounted.h"
 #include "du/Types.h"
 
+#include <cstring>
 #include <string>
 
 namespace dom {
@@ -30,12 +32,19 @@ public:
     ObserverProxy& operator=(ObserverProxy const&) = delete;
     ~ObserverProxy() override;
 
-    void Begin();
+    // Begin and the fixed-width pushes are inline: an event pushes a few values per message, and
+    // a call would cost more than the push.
+    void Begin() {
+        message_.bytes.clear();
+        message_.objects.clear();
+    }
     void End();
-    void PushUInt8Value(unsigned char value);
-    void PushUInt16Value(unsigned short value);
-    void PushUInt32Value(unsigned int value);
-    void PushBooleanValue(bool value);
+    void PushUInt8Value(unsigned char value) { Append(wire::UInt8, value); }
+    void PushUInt16Value(unsigned short value) { Append(wire::UInt16, value); }
+    void PushUInt32Value(unsigned int value) { Append(wire::UInt32, value); }
+    void PushBooleanValue(bool value) {
+        Append(wire::Boolean, static_cast<unsigned char>(value ? 1 : 0));
+    }
     void PushStringValue(std::string const& value);
     // Kernel notifications only: attaches a counted object to the message.
     void PushObjectValue(du::SmartPtr<du::RefCounted> const& value);
@@ -46,6 +55,13 @@ public:
     MessageData TakeMessage();
 
 private:
+    template <class T> void Append(char tag, T value) {
+        char buffer[1 + sizeof(T)];
+        buffer[0] = tag;
+        std::memcpy(buffer + 1, &value, sizeof(T));
+        message_.bytes.append(buffer, sizeof buffer);
+    }
+
     uint64 handle_ = 0;
     MessageData message_;
 };

@@ -14,6 +14,10 @@
 #include <shared_mutex>
 #include <thread>
 
+namespace qzref {
+class ReadWriteLockInspector;
+}
+
 namespace dp {
 
 class ReadWriteLock {
@@ -68,6 +72,8 @@ public:
     }
 
 private:
+    friend class qzref::ReadWriteLockInspector;
+
     void Release() {
         owner_.store(std::thread::id(), std::memory_order_relaxed);
         mutex_.unlock();

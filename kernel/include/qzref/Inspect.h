@@ -19,6 +19,7 @@
 #include "qzref/OverlayInspector.h"
 #include "qzref/PCBSchCompareSceneInspector.h"
 #include "qzref/QzkAppInspector.h"
+#include "qzref/ReadWriteLockInspector.h"
 #include "qzref/SceneInspector.h"
 #include "qzref/SceneManagerInspector.h"
 #include "qzref/SchematicCompareSceneInspector.h"
@@ -49,6 +50,9 @@ inline SelectionManagerInspector Inspect(qzk::SelectionManager& manager) {
 }
 inline WorldInspector Inspect(qzk::World& world) {
     return WorldInspector(world);
+}
+inline ReadWriteLockInspector Inspect(dp::ReadWriteLock& lock) {
+    return ReadWriteLockInspector(lock);
 }
 
 inline BaseSceneInspector Inspect(qzk::ecad::BaseScene& scene) {

@@ -1,53 +1,8 @@
 #include "dom/MessageReader.h"
 
-#include "dom/WireTag.h"
-
 #include <cstring>
 
 namespace dom {
-
-namespace {
-
-template <class T> bool ReadValue(std::string const& bytes, std::size_t& offset, char tag, T& out) {
-    if (offset + 1 + sizeof(T) > bytes.size() || bytes[offset] != tag) {
-        return false;
-    }
-    std::memcpy(&out, bytes.data() + offset + 1, sizeof(T));
-    offset += 1 + sizeof(T);
-    return true;
-}
-
-} // namespace
-
-bool MessageReader::GetInt32Value(int& value) {
-    unsigned int word = 0;
-    if (!GetUInt32Value(word)) {
-        return false;
-    }
-    value = static_cast<int>(word);
-    return true;
-}
-
-bool MessageReader::GetUInt32Value(unsigned int& value) {
-    return ReadValue(message_->bytes, offset_, wire::UInt32, value);
-}
-
-bool MessageReader::GetUInt16Value(unsigned short& value) {
-    return ReadValue(message_->bytes, offset_, wire::UInt16, value);
-}
-
-bool MessageReader::GetUInt8Value(unsigned char& value) {
-    return ReadValue(message_->bytes, offset_, wire::UInt8, value);
-}
-
-bool MessageReader::GetBooleanValue(bool& value) {
-    unsigned char byte = 0;
-    if (!ReadValue(message_->bytes, offset_, wire::Boolean, byte)) {
-        return false;
-    }
-    value = byte != 0;
-    return true;
-}
 
 bool MessageReader::GetStringValue(std::string& value) {
     std::string const& bytes = message_->bytes;

@@ -9,26 +9,11 @@
 #include <utility>
 
 namespace dom {
-namespace {
-
-template <class T> void Append(std::string& bytes, char tag, T value) {
-    char buffer[1 + sizeof(T)];
-    buffer[0] = tag;
-    std::memcpy(buffer + 1, &value, sizeof(T));
-    bytes.append(buffer, sizeof buffer);
-}
-
-} // namespace
 
 ObserverProxy::ObserverProxy(Observer const& observer) noexcept
     : handle_(observer.GetMessageHandle()) {}
 
 ObserverProxy::~ObserverProxy() = default;
-
-void ObserverProxy::Begin() {
-    message_.bytes.clear();
-    message_.objects.clear();
-}
 
 void ObserverProxy::End() {
     if (handle_ == 0) {
@@ -39,24 +24,8 @@ void ObserverProxy::End() {
     message_.objects.clear();
 }
 
-void ObserverProxy::PushUInt8Value(unsigned char value) {
-    Append(message_.bytes, wire::UInt8, value);
-}
-
-void ObserverProxy::PushUInt16Value(unsigned short value) {
-    Append(message_.bytes, wire::UInt16, value);
-}
-
-void ObserverProxy::PushUInt32Value(unsigned int value) {
-    Append(message_.bytes, wire::UInt32, value);
-}
-
-void ObserverProxy::PushBooleanValue(bool value) {
-    Append(message_.bytes, wire::Boolean, static_cast<unsigned char>(value ? 1 : 0));
-}
-
 void ObserverProxy::PushStringValue(std::string const& value) {
-    Append(message_.bytes, wire::String, static_cast<std::uint32_t>(value.size()));
+    Append(wire::String, static_cast<std::uint32_t>(value.size()));
     message_.bytes.append(value);
 }
 

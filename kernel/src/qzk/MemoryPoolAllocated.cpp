@@ -1,5 +1,7 @@
 #include "qzk/MemoryPoolAllocated.h"
 
+#include "du/AllocationFaultPoint.h"
+
 #include <atomic>
 #include <new>
 
@@ -9,6 +11,7 @@ std::atomic<uint64> g_liveBlocks{0};
 }
 
 void* MemoryPoolAllocated::operator new(std::size_t size) {
+    du::faults::CountAllocation();
     void* block = ::operator new(size);
     g_liveBlocks.fetch_add(1, std::memory_order_relaxed);
     return block;

@@ -3,6 +3,7 @@
 #include "dom/Observer.h"
 #include "du/RefCounted.h"
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <utility>
@@ -20,16 +21,13 @@ std::uint32_t IndexOf(uint64 handle) {
 
 } // namespace
 
-MessageLoop& MessageLoop::Get() {
-    static MessageLoop loop;
-    return loop;
-}
-
 MessageLoop::~MessageLoop() {
     StopDispatcher();
 }
 
-MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
+// The helpers of a post and of a delivery are inline, so that the compiler folds them into their
+// callers on the message path; an exported member function is otherwise called through the PLT.
+inline MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
     std::uint32_t const index = IndexOf(handle);
     if (index >= slots_.size()) {
         return nullptr;
@@ -105,15 +103,38 @@ bool MessageLoop::ReleaseIfIdle(uint64 handle) noexcept {
     return true;
 }
 
+inline void MessageLoop::PushQueued(uint64 handle, dom::MessageData&& message) {
+    if (count_ == ring_.size()) {
+        std::vector<Queued> grown(std::max<std::size_t>(16, ring_.size() * 2));
+        for (std::size_t i = 0; i < count_; ++i) {
+            grown[i] = std::move(ring_[(head_ + i) & (ring_.size() - 1)]);
+        }
+        ring_.swap(grown);
+        head_ = 0;
+    }
+    Queued& tail = ring_[(head_ + count_) & (ring_.size() - 1)];
+    tail.handle = handle;
+    tail.message = std::move(message);
+    ++count_;
+}
+
+inline void MessageLoop::PopQueued(Queued& out) {
+    Queued& head = ring_[head_];
+    out.handle = head.handle;
+    out.message = std::move(head.message);
+    head_ = (head_ + 1) & (ring_.size() - 1);
+    --count_;
+}
+
 void MessageLoop::Queue(uint64 handle, dom::MessageData&& message) {
     std::lock_guard lock(mutex_);
-    queue_.push_back(Queued{handle, std::move(message)});
+    PushQueued(handle, std::move(message));
     if (dispatcherRunning_.load(std::memory_order_relaxed)) {
         queued_.notify_one();
     }
 }
 
-bool MessageLoop::DeliverNext() {
+inline bool MessageLoop::DeliverNext() {
     std::thread::id const self = std::this_thread::get_id();
     Queued item;
     Slot* slot = nullptr;
@@ -128,11 +149,10 @@ bool MessageLoop::DeliverNext() {
             }
             WaitForADelivery(lock);
         }
-        if (queue_.empty()) {
+        if (count_ == 0) {
             return false;
         }
-        item = std::move(queue_.front());
-        queue_.pop_front();
+        PopQueued(item);
         slot = Find(item.handle);
         if (slot == nullptr) {
             ++dropped_;
@@ -159,7 +179,7 @@ bool MessageLoop::DeliverNext() {
     return true;
 }
 
-void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
+inline void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
     dom::Observer* release = nullptr;
     std::uint32_t const state =
         slot.state.fetch_sub(OneDelivery, std::memory_order_acq_rel) - OneDelivery;
@@ -179,8 +199,10 @@ void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
         std::lock_guard lock(mutex_);
         delivered_.notify_all();
     }
-    // The observer's last reference went during the delivery; its hook kept it until now.
-    du::ReleaseReference(release, nullptr);
+    if (release != nullptr) {
+        // The observer's last reference went during the delivery; its hook kept it until now.
+        du::ReleaseReference(release, nullptr);
+    }
 }
 
 void MessageLoop::WaitForADelivery(std::unique_lock<std::mutex>& lock) {
@@ -215,17 +237,20 @@ std::size_t MessageLoop::PumpUntilIdle() {
 
 std::size_t MessageLoop::GetPendingCount() const {
     std::lock_guard lock(mutex_);
-    return queue_.size();
+    return count_;
 }
 
 std::size_t MessageLoop::DiscardPending() {
-    std::deque<Queued> dropped;
+    std::vector<Queued> dropped;
+    std::size_t count = 0;
     {
         std::lock_guard lock(mutex_);
-        dropped.swap(queue_);
+        dropped.swap(ring_);
+        count = std::exchange(count_, 0);
+        head_ = 0;
     }
     // The messages' objects are released outside the loop's mutex.
-    return dropped.size();
+    return count;
 }
 
 bool MessageLoop::StartDispatcher() {
@@ -265,7 +290,7 @@ void MessageLoop::Dispatch() {
     for (;;) {
         {
             std::unique_lock lock(mutex_);
-            queued_.wait(lock, [this] { return stopDispatcher_ || !queue_.empty(); });
+            queued_.wait(lock, [this] { return stopDispatcher_ || count_ != 0; });
             if (stopDispatcher_) {
                 return;
             }

@@ -30,7 +30,11 @@ namespace qzk {
 
 class MessageLoop {
 public:
-    static MessageLoop& Get();
+    // Inline, so a post and a pump test the guard of the static in place instead of calling out.
+    static MessageLoop& Get() {
+        static MessageLoop loop;
+        return loop;
+    }
 
     uint64 AddObserver(dom::Observer* observer);
     // Waits while a delivery to the observer runs on another thread, then forgets it.
@@ -69,6 +73,9 @@ private:
     MessageLoop() = default;
     ~MessageLoop();
 
+    // Under mutex_: the ring's ends.
+    void PushQueued(uint64 handle, dom::MessageData&& message);
+    void PopQueued(Queued& out);
     // Under mutex_: the live slot of handle, or null.
     Slot* Find(uint64 handle);
     // Under mutex_, with no delivery running to the slot: makes it free for a new observer.
@@ -91,7 +98,11 @@ private:
     // without the mutex.
     std::deque<Slot> slots_;
     std::vector<std::uint32_t> free_;
-    std::deque<Queued> queue_;
+    // The queue: a ring that doubles when full and never shrinks, so that a steady flow of posts
+    // and deliveries allocates nothing. Its size is a power of two.
+    std::vector<Queued> ring_;
+    std::size_t head_ = 0;
+    std::size_t count_ = 0;
     std::size_t dropped_ = 0;
     std::vector<std::string> errors_;
 
