@@ -244,8 +244,7 @@ void CompareScene::OnDesignLoaded(bool second) {
     designLoading[index] = false;
     du::SmartPtr<qzk::EcadDesign> const design = _GetDesign(second);
     du::SmartPtr<qzk::ecad::EcadDesignData> data =
-        design ? du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData())
-               : nullptr;
+        design ? du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData()) : nullptr;
     if (data != designData[index]) {
         designData[index] = data;
         designLoaded[index].store(static_cast<bool>(data), std::memory_order_release);

@@ -66,12 +66,15 @@ PCBCompareScene::PCBCompareScene(du::SmartPtr<qzk::ecad::PCBCompareScene> const&
     if (!this->kernelScene) {
         return;
     }
+    qzk::ecad::PCBCompareScene* board = _GetPCBCompareKernelScene();
     this->kernelScene->SetFillShapes(fillShapes);
-    if (qzk::ecad::PCBCompareScene* board = _GetPCBCompareKernelScene()) {
+    if (board != nullptr) {
         board->SetShowLogicalConnection(showLogicalConnections);
-        board->SetIsolateOnlyVisible(isolateOnlyVisible);
     }
     this->kernelScene->SetHighlightOnlyVisible(highlightOnlyVisible);
+    if (board != nullptr) {
+        board->SetIsolateOnlyVisible(isolateOnlyVisible);
+    }
     // The misc layer's node of the host's colour tree starts collapsed.
     std::string node;
     qzk::ecad::SublayerEcad::GetNodeName(node, qzk::ecad::DefaultColorVisibility::s_miscLayer, 0,
@@ -231,8 +234,7 @@ void PCBCompareScene::GetColorVisInfo(qzk::ecad::CompareColorVisPtrVec& out) con
 }
 
 void PCBCompareScene::SetColorVisInfo(qzk::ecad::CompareColorVisPtrVec const& rows,
-                                      du::SmartPtr<qzk::Operation> const& op,
-                                      ChangeSource source) {
+                                      du::SmartPtr<qzk::Operation> const& op, ChangeSource source) {
     dp::WriteLocker lock(GetRWLock());
     AddStep<ColorVisPCBCompareOperationStep>(op, this, compareColors);
     rows.Clone(compareColors);
@@ -241,8 +243,7 @@ void PCBCompareScene::SetColorVisInfo(qzk::ecad::CompareColorVisPtrVec const& ro
 
 void PCBCompareScene::SetColorVisInfo(qzk::ecad::GroupCVInfoSet const& groups,
                                       qzk::ecad::CompareColorVisPtrVec const& rows,
-                                      du::SmartPtr<qzk::Operation> const& op,
-                                      ChangeSource source) {
+                                      du::SmartPtr<qzk::Operation> const& op, ChangeSource source) {
     dp::WriteLocker lock(GetRWLock());
     // Both compared before anything changes.
     bool const groupsDiffer = qzk::ecad::GroupCVInfo::AreDifferent(GetGroupCV(), groups);
@@ -413,8 +414,7 @@ short PCBCompareScene::GetRotation() const {
     return _GetRotation();
 }
 
-void PCBCompareScene::SetFlip(bool flip, du::SmartPtr<qzk::Operation> const& op,
-                              bool applyToView) {
+void PCBCompareScene::SetFlip(bool flip, du::SmartPtr<qzk::Operation> const& op, bool applyToView) {
     Orientation::SetFlip(*this, flip, op, applyToView);
 }
 

@@ -3,8 +3,8 @@
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
 #include "du/FileSpec.h"
-#include "qzk/EcadDesign.h"
 #include "qzk/ClassType.h"
+#include "qzk/EcadDesign.h"
 #include "qzk/Scene.h"
 #include "qzk/View.h"
 #include "qzk/ViewableSource.h"
@@ -86,8 +86,7 @@ SceneApiFactory::~SceneApiFactory() = default;
 
 du::SmartPtr<qzk::Scene>
 SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& world,
-                             du::SmartPtr<qzk::AnnoSetTableEntry> const& entry,
-                             unsigned int kind) {
+                             du::SmartPtr<qzk::AnnoSetTableEntry> const& entry, unsigned int kind) {
     switch (kind) {
     case qzk::classid::EcadPCBCompareScene:
         return MakeFromEntry<qzk::ecad::PCBCompareScene, PCBCompareScene>(world, entry);

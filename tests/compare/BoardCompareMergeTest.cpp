@@ -36,8 +36,8 @@ du::SmartPtr<EcadPCBData> Board(std::vector<Sub> const& subs, short bottom, shor
 }
 
 CompareRowLook const kOwnColours{CompareRowLook::kOwnColor, CompareRowLook::kOwnColor,
-                                 CompareRowLook::kOwnColor,
-                                 qzk::ecad::CompareColorVis::eShowAll, false};
+                                 CompareRowLook::kOwnColor, qzk::ecad::CompareColorVis::eShowAll,
+                                 false};
 
 std::vector<std::string> Merge(du::SmartPtr<qzk::ecad::EcadDesignData> const& a,
                                du::SmartPtr<qzk::ecad::EcadDesignData> const& b,
@@ -61,12 +61,13 @@ class BoardCompareMergeTest : public CompareTest {};
 TEST_F(BoardCompareMergeTest, DesignOwnHandlesPairByIdentityAndRegionsOnlyByHandle) {
     // Layer 3 is past the bottom (2) on both: handles from 33 up pair by identity whatever
     // their number; region handles (1000 up) pair only with the same handle.
-    auto first = Board({{3, 40, 0x01000001, 7}, {3, 1000, 0x01000002, 1}, {3, 1001, 0x01000003, 2},
+    auto first = Board({{3, 40, 0x01000001, 7},
+                        {3, 1000, 0x01000002, 1},
+                        {3, 1001, 0x01000003, 2},
                         {3, 50, 0x01000004, 9}},
                        2);
-    auto second = Board({{3, 60, 0x01000011, 7}, {3, 1000, 0x01000012, 1},
-                         {3, 1002, 0x01000013, 3}},
-                        2);
+    auto second =
+        Board({{3, 60, 0x01000011, 7}, {3, 1000, 0x01000012, 1}, {3, 1002, 0x01000013, 3}}, 2);
     std::vector<std::string> const rows = Merge(first, second);
     EXPECT_EQ(Keys(rows), (std::vector<std::string>{"3,40|3,60", "3,50|-", "3,1000|3,1000",
                                                     "3,1001|-", "-|3,1002"}));
@@ -79,8 +80,8 @@ TEST_F(BoardCompareMergeTest, AboveTheBottomLayersLineUpByHandlePastItTheyDoNot)
     // Bottom 3: layer 2 lies above it on both boards and lines up by layer handle; from layer 3
     // on, fixed handles pair whatever layer each board has them on.
     auto first = Board({{2, 10, 0x01000001, 0}, {3, 10, 0x01000002, 0}, {5, 14, 0x01000003, 0}}, 3);
-    auto second = Board({{2, 11, 0x01000011, 0}, {4, 10, 0x01000012, 0}, {6, 14, 0x01000013, 0}},
-                        3);
+    auto second =
+        Board({{2, 11, 0x01000011, 0}, {4, 10, 0x01000012, 0}, {6, 14, 0x01000013, 0}}, 3);
     EXPECT_EQ(Keys(Merge(first, second)),
               (std::vector<std::string>{"2,10|-", "-|2,11", "3,10|4,10", "5,14|6,14"}));
 
@@ -88,8 +89,7 @@ TEST_F(BoardCompareMergeTest, AboveTheBottomLayersLineUpByHandlePastItTheyDoNot)
     auto empty = Board({}, 3);
     std::vector<std::string> const firstOnly = Merge(first, empty);
     EXPECT_EQ(Keys(firstOnly), (std::vector<std::string>{"2,10|-", "3,10|-", "5,14|-"}));
-    EXPECT_EQ(Keys(Merge(empty, second)),
-              (std::vector<std::string>{"-|2,11", "-|4,10", "-|6,14"}));
+    EXPECT_EQ(Keys(Merge(empty, second)), (std::vector<std::string>{"-|2,11", "-|4,10", "-|6,14"}));
     // Not both boards: nothing at all.
     EXPECT_TRUE(Merge(first, nullptr).empty());
 }
@@ -103,10 +103,10 @@ TEST_F(BoardCompareMergeTest, GivenColoursStayAndRowsAlreadyThereAreSortedIn) {
     CompareRowLook const look{0x010000DC, CompareRowLook::kOwnColor, 0x0100DC00,
                               qzk::ecad::CompareColorVis::eShowDimmedCommon, true};
     qzkapp::ecad::MergeBoardSublayers(first, second, look, rows);
-    EXPECT_EQ(RowTexts(rows), (std::vector<std::string>{
-                                  "3,20|3,20 010000DC 01000001 0100DC00 5 1 0",
-                                  "-|3,21 010000DC 01000012 0100DC00 5 1 1",
-                                  "3,30|- 00000001 00000002 00000003 0 0 1"}));
+    EXPECT_EQ(RowTexts(rows),
+              (std::vector<std::string>{"3,20|3,20 010000DC 01000001 0100DC00 5 1 0",
+                                        "-|3,21 010000DC 01000012 0100DC00 5 1 1",
+                                        "3,30|- 00000001 00000002 00000003 0 0 1"}));
 }
 
 TEST_F(BoardCompareMergeTest, FourLayerAgainstSixLayerSampleBoards) {

@@ -26,8 +26,8 @@ public:
         Add("GroupCV " + std::to_string(source));
     }
     void OnDesignLoaded(bool second, unsigned short error, du::Symbol const& text) override {
-        Add(std::string("DesignLoaded ") + (second ? "second " : "first ") +
-            std::to_string(error) + " \"" + text.str() + "\"");
+        Add(std::string("DesignLoaded ") + (second ? "second " : "first ") + std::to_string(error) +
+            " \"" + text.str() + "\"");
     }
     void OnSublayerColorVisChanged(unsigned int source) override {
         Add("SublayerCV " + std::to_string(source));
@@ -145,8 +145,7 @@ protected:
     du::SmartPtr<qzk::ecad::PCBCompareScene>
     MakeCompareFromEntry(du::SmartPtr<qzk::AnnoSetTableEntry> const& entry) {
         auto factory = du::MakeCounted<qzkapp::ecad::SceneApiFactory>();
-        du::SmartPtr<qzk::Scene> scene =
-            factory->CreateScene(qzk::World::GetWorld(), entry, 159);
+        du::SmartPtr<qzk::Scene> scene = factory->CreateScene(qzk::World::GetWorld(), entry, 159);
         return Keep(du::DynamicCast<qzk::ecad::PCBCompareScene>(scene));
     }
 

@@ -87,8 +87,8 @@ TEST_F(CompareLoadTest, SecondDesignFirstThenTheFirstBringsTheColours) {
     Settle();
     EXPECT_TRUE(api->IsDesignLoaded());
     EXPECT_FALSE(api->_IsLoadInProgress());
-    EXPECT_EQ(observer->Take(), (std::vector<std::string>{"DrawOrder", "SublayerCV 1",
-                                                          "DesignLoaded first 0 \"\""}));
+    EXPECT_EQ(observer->Take(),
+              (std::vector<std::string>{"DrawOrder", "SublayerCV 1", "DesignLoaded first 0 \"\""}));
     EXPECT_EQ(Count(Journal::Since(mark), ".SetColorVisInfo("), 1);
     EXPECT_FALSE(ApiRows(scene).empty());
     EXPECT_TRUE(qzref::Inspect(*scene).IsDesignFinished(false));
@@ -139,8 +139,8 @@ TEST_F(CompareLoadTest, OneDesignFailingLeavesTheSceneWithoutColoursAndTheOtherL
 
 TEST_F(CompareLoadTest, NewerFilesAreReportedAheadOfTheirNotices) {
     std::size_t const mark = Journal::Size();
-    auto scene = MakeCompare(Example("newer-readable-board.json"),
-                             Example("newer-unreadable-board.json"));
+    auto scene =
+        MakeCompare(Example("newer-readable-board.json"), Example("newer-unreadable-board.json"));
     auto observer = du::MakeCounted<CompareObserver>();
     ASSERT_TRUE(Api(scene)->RegisterObserver(*observer));
     Settle();
@@ -233,9 +233,8 @@ TEST_F(CompareLoadTest, FactoryKind159TellsGerberSourcesAndOverloadsApart) {
                                       source(kFour), 159));
     EXPECT_FALSE(factory->CreateScene(world, instance, source(kFour), instance,
                                       source(Example("TOP.GTL")), 159));
-    EXPECT_FALSE(
-        factory->CreateScene(world, instance, source("/tmp/noextension"), instance, source(kFour),
-                             159));
+    EXPECT_FALSE(factory->CreateScene(world, instance, source("/tmp/noextension"), instance,
+                                      source(kFour), 159));
     EXPECT_FALSE(factory->CreateScene(world, instance, source(kFour), instance, source(kSix), 177));
     bool flag = true;
     EXPECT_FALSE(factory->CreateScene(world, instance, source(kFour), 159, flag));

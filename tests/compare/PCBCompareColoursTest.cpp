@@ -24,10 +24,8 @@ class PCBCompareColoursTest : public CompareTest {
 protected:
     void SetUp() override {
         CompareTest::SetUp();
-        qzref::PreferencesControl::SetColorWord("Compare/Ecad_Compare/compare_color_a",
-                                                0x01112233);
-        qzref::PreferencesControl::SetColorWord("Compare/Ecad_Compare/compare_color_b",
-                                                0x01445566);
+        qzref::PreferencesControl::SetColorWord("Compare/Ecad_Compare/compare_color_a", 0x01112233);
+        qzref::PreferencesControl::SetColorWord("Compare/Ecad_Compare/compare_color_b", 0x01445566);
         qzref::PreferencesControl::SetColorWord("Compare/Ecad_Compare/compare_color_common",
                                                 0x01778899);
         HoldInMemory(kFour, kSix);
@@ -40,8 +38,8 @@ protected:
 
 TEST_F(PCBCompareColoursTest, TheEnvironmentChoosesTheSchemeOfTheFirstRows) {
     struct Case {
-        char const* value; // null: unset
-        char const* paired; // the look of the paired ground plane row, "" for no rows
+        char const* value;     // null: unset
+        char const* paired;    // the look of the paired ground plane row, "" for no rows
         char const* firstOnly; // the look of the four-layer board's own power plane row
     };
     // Colours: kernel 112233 / 445566 / 778899; the ground plane's own 0100A000 and the power
@@ -178,9 +176,8 @@ TEST_F(PCBCompareColoursTest, KernelCompareColoursOverwriteEveryRowWithoutUndo) 
     observer->Take();
     std::size_t const undoCount = UndoControl::GetUndoCount();
 
-    qzref::Inspect(*scene).ChangeItemColors(dg::Color(0x01000011, true),
-                                            dg::Color(0x01000022, true),
-                                            dg::Color(0x01000033, true));
+    qzref::Inspect(*scene).ChangeItemColors(
+        dg::Color(0x01000011, true), dg::Color(0x01000022, true), dg::Color(0x01000033, true));
     Messages::PumpUntilIdle();
     std::vector<std::string> const rows = ApiRows(scene);
     ASSERT_EQ(rows.size(), 32u);
@@ -194,9 +191,8 @@ TEST_F(PCBCompareColoursTest, KernelCompareColoursOverwriteEveryRowWithoutUndo) 
     // Once the scene has ended, a change of the colours reaches nothing.
     EndCompare(scene);
     Messages::PumpUntilIdle();
-    qzref::Inspect(*scene).ChangeItemColors(dg::Color(0x01000044, true),
-                                            dg::Color(0x01000044, true),
-                                            dg::Color(0x01000044, true));
+    qzref::Inspect(*scene).ChangeItemColors(
+        dg::Color(0x01000044, true), dg::Color(0x01000044, true), dg::Color(0x01000044, true));
     Messages::PumpUntilIdle();
     EXPECT_EQ(observer->Take(), (std::vector<std::string>{"Detach"}));
     EXPECT_TRUE(Messages::TakeHandlerErrors().empty());

@@ -52,9 +52,9 @@ TEST_F(PCBCompareSceneTest, SwitchesAndOrientationAreToldUnderTheFamilysIds) {
 
 TEST_F(PCBCompareSceneTest, IsolationReachesTheKernelCompareSceneAndUndoes) {
     auto const& data = api_->GetFirstDesignData();
-    auto item = du::SmartPtr<qzk::SelectionItem>(new qzk::ecad::SelectionItem(
-        data, data->FindObject("U1", IcmApiEcad::COMPONENT), nullptr, nullptr, dg::DPoint3D(), 5,
-        0));
+    auto item = du::SmartPtr<qzk::SelectionItem>(
+        new qzk::ecad::SelectionItem(data, data->FindObject("U1", IcmApiEcad::COMPONENT), nullptr,
+                                     nullptr, dg::DPoint3D(), 5, 0));
     auto op = NewOperation(scene_);
     api_->Isolate({item}, op);
     EXPECT_EQ(api_->GetIsolateCount(), 1u);
