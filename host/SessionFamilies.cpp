@@ -1,4 +1,5 @@
 // Every kind of session by the scene it drives. A new kind adds its line to kFamilies.
+#include "CompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
 #include "Session.h"
@@ -16,6 +17,7 @@ struct Family {
 Family const kFamilies[] = {
     {"board", &Session::CommandNames},
     {"schematic", &SchematicSession::CommandNames},
+    {"board compare", &CompareSession::CommandNames},
 };
 
 } // namespace
