@@ -287,6 +287,8 @@ void CompareScene::InterpretLoadResult(bool second, long result) const {
     if (result != kNewerUnreadable && result != kNewerRead) {
         return;
     }
+    // A success reports outside the write lock; the read lock keeps the scene's end apart.
+    dp::ReadLocker lock(GetRWLock());
     du::SmartPtr<qzk::EcadDesign> const design = _GetDesign(second);
     if (!design || !kernelScene) {
         return;
