@@ -46,6 +46,15 @@ TEST_F(CompareLoadTest, DesignsInMemoryAreTakenOverInsideInitWithColoursOnTheSec
     auto* api = Api(scene);
     EXPECT_TRUE(api->IsDesignLoaded());
     EXPECT_FALSE(api->_IsLoadInProgress());
+    // No compare colours in the preferences: the kernel is told opaque black for all three,
+    // before either design is taken over.
+    for (char const* call :
+         {".SetFirstItemColor(", ".SetSecondItemColor(", ".SetCommonItemColor("}) {
+        long const told = IndexOf(lines, call);
+        ASSERT_GE(told, 0) << call;
+        EXPECT_LT(told, IndexOf(lines, ".FinishDesignLoad(false)"));
+    }
+    EXPECT_EQ(scene->GetSecondItemColor(), dg::Color(0.0f, 0.0f, 0.0f, 1.0f));
     EXPECT_EQ(api->GetBottomLayer(false), 2);
     EXPECT_EQ(api->GetTopLayer(false), 5);
     EXPECT_EQ(api->GetTopLayer(true), 7);
