@@ -38,7 +38,12 @@ public:
     du::SmartPtr<qzk::AnnoSetTableEntry> const& Entry() const { return entry_; }
     unsigned int Ticket() const { return ticket_; }
     void SetTicket(unsigned int ticket) { ticket_ = ticket; }
-    void Cut() { scene_.Cut(); }
+    // Ends the tie both ways: the entry holds this event while its ticket is open, so the event
+    // lets the entry go, or a ticket that is never given back would keep both alive.
+    void Cut() {
+        scene_.Cut();
+        entry_ = nullptr;
+    }
 
 private:
     // Whatever the status: the entry has done what it will do.
@@ -47,7 +52,7 @@ private:
     }
 
     SceneLink<CompareScene> scene_;
-    du::SmartPtr<qzk::AnnoSetTableEntry> const entry_;
+    du::SmartPtr<qzk::AnnoSetTableEntry> entry_;
     unsigned int ticket_ = 0;
 };
 
@@ -311,8 +316,11 @@ void CompareScene::_EndWait() {
     if (!waitEvent) {
         return;
     }
+    du::SmartPtr<qzk::AnnoSetTableEntry> const entry = waitEvent->Entry();
     waitEvent->Cut();
-    waitEvent->Entry()->CompleteLoadRequirement(waitEvent->Ticket());
+    if (entry) {
+        entry->CompleteLoadRequirement(waitEvent->Ticket());
+    }
     waitEvent = nullptr;
 }
 
