@@ -1,14 +1,22 @@
 #include "component/SceneApiFactory.h"
 
 #include "board/PCBScene.h"
+#include "compare/PCBCompareScene.h"
+#include "du/FileSpec.h"
 #include "qzk/ClassType.h"
+#include "qzk/EcadDesign.h"
 #include "qzk/Scene.h"
 #include "qzk/View.h"
+#include "qzk/ViewableSource.h"
 #include "qzk/ecad/BaseScene.h"
+#include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "scene/BaseScene.h"
 #include "schematic/SchematicScene.h"
+
+#include <cctype>
+#include <string>
 
 namespace qzkapp::ecad {
 namespace {
@@ -41,6 +49,39 @@ du::SmartPtr<qzk::Scene> MakeSingle(du::SmartPtr<qzk::World> const& world,
     return Bind<Api, Bound>(kernelScene);
 }
 
+// A saved comparison: Create(world, entry, out).
+template <class Kernel, class Api>
+du::SmartPtr<qzk::Scene> MakeFromEntry(du::SmartPtr<qzk::World> const& world,
+                                       du::SmartPtr<qzk::AnnoSetTableEntry> const& entry) {
+    du::SmartPtr<Kernel> kernelScene;
+    Kernel::Create(world, entry, kernelScene);
+    return Bind<Api, Kernel>(kernelScene);
+}
+
+// Two designs: Create(world, first instance, first source, second instance, second source, out).
+template <class Kernel, class Api>
+du::SmartPtr<qzk::Scene> MakePair(du::SmartPtr<qzk::World> const& world,
+                                  du::SmartPtr<qzk::Instance> const& firstInstance,
+                                  du::SmartPtr<qzk::ViewableSource> const& firstSource,
+                                  du::SmartPtr<qzk::Instance> const& secondInstance,
+                                  du::SmartPtr<qzk::ViewableSource> const& secondSource) {
+    du::SmartPtr<Kernel> kernelScene;
+    Kernel::Create(world, firstInstance, firstSource, secondInstance, secondSource, kernelScene);
+    return Bind<Api, Kernel>(kernelScene);
+}
+
+// Deliberately a substring search in the kernel's list, not a match of its entries: a fragment
+// of an entry passes, and so does a file with no extension at all.
+bool IsGerberSource(du::SmartPtr<qzk::ViewableSource> const& source) {
+    du::FileSpec const file(source->GetFileSource().str());
+    std::string extension;
+    (void)file.GetFileExtension(&extension);
+    for (char& c : extension) {
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return qzk::EcadDesign::GetGerberExts().find(extension) != std::string::npos;
+}
+
 } // namespace
 
 SceneApiFactory::SceneApiFactory() = default;
@@ -51,18 +92,33 @@ SceneApiFactory& SceneApiFactory::operator=(SceneApiFactory&&) noexcept = defaul
 SceneApiFactory::~SceneApiFactory() = default;
 
 du::SmartPtr<qzk::Scene>
-SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& /*world*/,
-                             du::SmartPtr<qzk::AnnoSetTableEntry> const& /*entry*/,
-                             unsigned int /*kind*/) {
-    return nullptr;
+SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& world,
+                             du::SmartPtr<qzk::AnnoSetTableEntry> const& entry, unsigned int kind) {
+    switch (kind) {
+    case qzk::classid::EcadPCBCompareScene:
+        return MakeFromEntry<qzk::ecad::PCBCompareScene, PCBCompareScene>(world, entry);
+    default:
+        return nullptr;
+    }
 }
 
 du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
-    du::SmartPtr<qzk::World> const& /*world*/, du::SmartPtr<qzk::Instance> const& /*firstInstance*/,
-    du::SmartPtr<qzk::ViewableSource> const& /*firstSource*/,
-    du::SmartPtr<qzk::Instance> const& /*secondInstance*/,
-    du::SmartPtr<qzk::ViewableSource> const& /*secondSource*/, unsigned int /*kind*/) {
-    return nullptr;
+    du::SmartPtr<qzk::World> const& world, du::SmartPtr<qzk::Instance> const& firstInstance,
+    du::SmartPtr<qzk::ViewableSource> const& firstSource,
+    du::SmartPtr<qzk::Instance> const& secondInstance,
+    du::SmartPtr<qzk::ViewableSource> const& secondSource, unsigned int kind) {
+    switch (kind) {
+    case qzk::classid::EcadPCBCompareScene:
+        // A Gerber source on either side makes an overlay compare, which hasn't landed yet: it
+        // ends like an unknown kind.
+        if (IsGerberSource(firstSource) || IsGerberSource(secondSource)) {
+            return nullptr;
+        }
+        return MakePair<qzk::ecad::PCBCompareScene, PCBCompareScene>(
+            world, firstInstance, firstSource, secondInstance, secondSource);
+    default:
+        return nullptr;
+    }
 }
 
 du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(

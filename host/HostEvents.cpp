@@ -92,4 +92,30 @@ void SchematicHostEvents::OnPageChanged(unsigned int page) {
     Print("sheet %u", page);
 }
 
+CompareHostEvents::CompareHostEvents(bool print) : EventLog(print) {}
+
+CompareHostEvents::~CompareHostEvents() {
+    DetachFromMessageLoop();
+}
+
+void CompareHostEvents::OnDrawOrderChanged() {
+    Print("draw order changed");
+}
+void CompareHostEvents::OnGroupColorVisChanged(unsigned int source) {
+    Print("group colours changed (source %u)", source);
+}
+void CompareHostEvents::OnDesignLoaded(bool second, unsigned short error, du::Symbol const& text) {
+    Print("%s design:", second ? "second" : "first");
+    Loaded(error, text);
+}
+void CompareHostEvents::OnSublayerColorVisChanged(unsigned int source) {
+    Print("compare rows changed (source %u)", source);
+}
+void CompareHostEvents::OnOrientationChanged(unsigned int flipped) {
+    Print("orientation %s", flipped != 0 ? "flipped" : "front");
+}
+void CompareHostEvents::OnRotationChanged(short degrees) {
+    Print("rotation %d", degrees);
+}
+
 } // namespace qzhost

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "board/PCBSceneObserver.h"
+#include "compare/PCBCompareSceneObserver.h"
 #include "schematic/SchematicSceneObserver.h"
 
 #include <string>
@@ -55,6 +56,21 @@ public:
     void OnDesignLoaded(unsigned short error, du::Symbol const& text) override;
     void OnSublayerColorVisChanged(unsigned int source) override;
     void OnPageChanged(unsigned int page) override;
+};
+
+// A board compare tells the end of each design's load; a failure of either is the one kept.
+class CompareHostEvents : public qzkapp::ecad::PCBCompareSceneObserver, public EventLog {
+public:
+    explicit CompareHostEvents(bool print);
+    ~CompareHostEvents() override;
+
+    void DetachObserver() override {}
+    void OnDrawOrderChanged() override;
+    void OnGroupColorVisChanged(unsigned int source) override;
+    void OnDesignLoaded(bool second, unsigned short error, du::Symbol const& text) override;
+    void OnSublayerColorVisChanged(unsigned int source) override;
+    void OnOrientationChanged(unsigned int flipped) override;
+    void OnRotationChanged(short degrees) override;
 };
 
 } // namespace qzhost

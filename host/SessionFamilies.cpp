@@ -1,4 +1,5 @@
 // Every kind of session by the scene it drives. A new kind adds its line to kFamilies.
+#include "CompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
 #include "Session.h"
@@ -17,6 +18,7 @@ struct Family {
 Family const kFamilies[] = {
     {"board", &Session::CommandNames, &ScenePrinter::QueryNames},
     {"schematic", &SchematicSession::CommandNames, &SchematicSession::QueryNames},
+    {"board compare", &CompareSession::CommandNames, &CompareSession::QueryNames},
 };
 
 bool Has(std::vector<std::string> const& names, std::string const& name) {

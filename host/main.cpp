@@ -8,15 +8,19 @@
 // through QZDllCreateComponent as any host does. Relative design paths that do not exist from
 // the working directory are looked up in the installed data (share/qzecad) beside the host.
 // Whenever the host ends with a non-zero status it says why in one line on stderr.
+#include "CompareSession.h"
 #include "HostEvents.h"
 #include "SceneKind.h"
 #include "SchematicSession.h"
 #include "Session.h"
 #include "board/PCBScene.h"
+#include "compare/PCBCompareScene.h"
 #include "component/EntryPoints.h"
 #include "qzk/Instance.h"
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
+#include "qzk/ecad/PCBCompareScene.h"
+#include "qzk/ecad/PCBCompareView.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/SchematicData.h"
@@ -215,6 +219,20 @@ int RunSchematic(qzkapp::SceneApiFactory& factory, Options const& options,
     });
 }
 
+// A board compare is seen through one view, as a viewer makes its window; its session changes
+// the compare rows.
+int RunBoardCompare(qzkapp::SceneApiFactory& factory, Options const& options,
+                    du::SmartPtr<qzk::ecad::PCBCompareScene> const& scene,
+                    JournalPrinter& journal) {
+    // Kind 159 without a Gerber source always wraps a board compare scene of the layer.
+    auto* api = static_cast<qzkapp::ecad::PCBCompareScene*>(scene->GetApiScene());
+    return RunScene<qzhost::CompareHostEvents>(options, *api, journal, [&] {
+        auto view = qzk::ecad::PCBCompareView::Create(*scene, 1);
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(view));
+        return std::make_unique<qzhost::CompareSession>(*api, scene, stdout);
+    });
+}
+
 int Open(qzkapp::SceneApiFactory& factory, Options options) {
     options.design = Resolve(options.design);
     std::string error;
@@ -261,6 +279,8 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
         status = RunBoard(factory, options, board, journal);
     } else if (auto schematic = du::DynamicCast<qzk::ecad::SchematicScene>(created)) {
         status = RunSchematic(factory, options, schematic, journal);
+    } else if (auto compare = du::DynamicCast<qzk::ecad::PCBCompareScene>(created)) {
+        status = RunBoardCompare(factory, options, compare, journal);
     } else {
         status = Fail("the host has no session commands for scene kind " + std::to_string(*kind) +
                       " yet");

@@ -43,7 +43,8 @@ public:
     }
     bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
 
-private:
+protected:
+    // A scene whose kernel scene tells more than the overlap colour adds its handlers on top.
     SceneLink<SceneT> scene_;
 };
 

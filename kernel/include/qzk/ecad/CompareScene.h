@@ -31,6 +31,10 @@ public:
     void SetFirstItemColor(dg::Color const& color);
     void SetSecondItemColor(dg::Color const& color);
     void SetCommonItemColor(dg::Color const& color);
+    // The three colours as last set (or changed by the user); opaque black until then.
+    dg::Color GetFirstItemColor() const;
+    dg::Color GetSecondItemColor() const;
+    dg::Color GetCommonItemColor() const;
     // As many pages as the design with more sheets has (1 for boards and absent designs).
     virtual du::SmartPtr<PageList> GetPageList();
     using BaseScene::FinishDesignLoad;

@@ -62,6 +62,24 @@ void CompareScene::SetCommonItemColor(dg::Color const& color) {
     commonColor_ = color;
 }
 
+dg::Color CompareScene::GetFirstItemColor() const {
+    qzref::Journal::Record(GetObjectName().str(), "GetFirstItemColor");
+    std::lock_guard lock(stateMutex_);
+    return firstColor_;
+}
+
+dg::Color CompareScene::GetSecondItemColor() const {
+    qzref::Journal::Record(GetObjectName().str(), "GetSecondItemColor");
+    std::lock_guard lock(stateMutex_);
+    return secondColor_;
+}
+
+dg::Color CompareScene::GetCommonItemColor() const {
+    qzref::Journal::Record(GetObjectName().str(), "GetCommonItemColor");
+    std::lock_guard lock(stateMutex_);
+    return commonColor_;
+}
+
 unsigned int CompareScene::_CountPages() const {
     unsigned int pages = 1;
     for (int i = 0; i < 2; ++i) {

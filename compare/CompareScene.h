@@ -1,0 +1,101 @@
+// The API scene over two designs at once: gets both loaded, in either order, in memory already
+// or through the loader, takes each one's data over and tells observers of each outcome, one
+// load notice per design, with a flag that says which design it is (false the first).
+//
+// The colours and draw order that depend on both designs are made once, when the later of the
+// two arrives. A scene opened from a saved comparison whose designs are not known yet waits for
+// the table entry to complete and then starts its loads.
+//
+// The loader's completions and the entry's reach the scene through SceneLinks, cut when the
+// scene ends, so a completion that arrives late finds nothing to call.
+#pragma once
+
+#include "component/ComponentExport.h"
+#include "du/SmartPtr.h"
+#include "du/Symbol.h"
+#include "scene/BaseScene.h"
+
+#include <atomic>
+
+namespace qzk {
+class EcadDesign;
+namespace ecad {
+class CompareScene;
+class EcadDesignData;
+} // namespace ecad
+} // namespace qzk
+
+namespace qzloader {
+class EcadDesignLoaderEvent;
+}
+
+namespace qzkapp::ecad {
+
+class WaitForLoadEvent;
+
+class QZECAD_EXPORT CompareScene : public BaseScene {
+public:
+    ~CompareScene() override;
+
+    void Init() override;
+    // Both designs' data are there; not locked.
+    bool IsDesignLoaded() const override;
+    // A compare scene always preselects in the fonted look.
+    bool IsPreselectionFonted() const override;
+    // Starts or restarts the load of both designs; a design that failed may be loaded anew.
+    virtual void LoadEcadDesign();
+
+    // Set once that design's load has succeeded; not locked.
+    du::SmartPtr<qzk::ecad::EcadDesignData> const& GetFirstDesignData() const {
+        return designData[0];
+    }
+    du::SmartPtr<qzk::ecad::EcadDesignData> const& GetSecondDesignData() const {
+        return designData[1];
+    }
+    // Read under the scene's lock by the register pattern: a new observer that comes while
+    // either design loads hears of it by the notice instead of a replay.
+    bool _IsLoadInProgress() const { return designLoading[0] || designLoading[1]; }
+
+protected:
+    // highlightColor: the colour word new highlights take.
+    CompareScene(du::SmartPtr<qzk::ecad::CompareScene> const& scene, unsigned int highlightColor);
+
+    // Loads one design: takes it over at once when it is in memory, else hands it to the loader.
+    virtual void _LoadEcadDesign(du::SmartPtr<qzk::EcadDesign> const& design, bool second);
+    // Takes one loaded design over and posts its notice; on the later of the two, the draw
+    // order and colours of the pair are made first, without undo.
+    virtual void OnDesignLoaded(bool second);
+    // The loader's success: which design it was, the newer-file message, then the take-over.
+    void OnDesignLoaded(qzloader::EcadDesignLoaderEvent* event);
+    virtual void OnDesignLoadFailed(qzloader::EcadDesignLoaderEvent* event);
+    void OnDestroyQzkScene() override;
+
+    // The kernel scene as a compare scene; null once the scene has ended.
+    qzk::ecad::CompareScene* _GetCompareKernelScene() const;
+
+    static unsigned char GetNextEventId();
+    static unsigned char ECAD_DESIGN_LOADED_EVENT();
+    static unsigned char SUBLAYERCOLORVIS_CHANGED_EVENT();
+
+    // Indexed by `second`.
+    du::SmartPtr<qzk::ecad::EcadDesignData> designData[2];
+    du::SmartPtr<qzloader::EcadDesignLoaderEvent> loaderEvent[2];
+    bool designLoading[2] = {false, false};
+    du::SmartPtr<WaitForLoadEvent> waitEvent;
+
+private:
+    friend class CompareLoadCompletion;
+
+    static unsigned char GetBaseEventId();
+
+    void InterpretLoadResult(bool second, long result) const;
+    void OnBranchLinkLoadComplete();
+    // Gives the entry's ticket back and lets the wait go; nothing when there is none.
+    void _EndWait();
+    du::SmartPtr<qzk::EcadDesign> _GetDesign(bool second) const;
+
+    // Mirror whether each designData is set, for the unlocked IsDesignLoaded.
+    std::atomic<bool> designLoaded[2] = {false, false};
+};
+
+} // namespace qzkapp::ecad
