@@ -18,21 +18,17 @@ void PCBCompareSceneObserver::HandleEvent(unsigned char tag, dom::MessageReader&
     case 0:
         OnOrientationChanged(ReadUInt(reader, "Failed to retrieve orientation"));
         return;
-    case 1: {
-        unsigned int const word = ReadUInt(reader, "Failed to retrieve rotation");
-        OnRotationChanged(static_cast<short>(static_cast<unsigned short>(word & 0xFFFFu)));
+    case 1:
+        OnRotationChanged(ReadRotation(reader));
         return;
-    }
     case 2: {
-        unsigned int const source = ReadUInt(reader, "Failed to retrieve the ChangeSource value");
-        bool const onlyVisible = ReadBool(reader, "Failed to retrieve the Only Visible value");
-        OnHighlightOnlyVisibleChanged(onlyVisible, source);
+        auto const change = ReadOnlyVisibleChange(reader);
+        OnHighlightOnlyVisibleChanged(change.onlyVisible, change.source);
         return;
     }
     case 3: {
-        unsigned int const source = ReadUInt(reader, "Failed to retrieve the ChangeSource value");
-        bool const onlyVisible = ReadBool(reader, "Failed to retrieve the Only Visible value");
-        OnIsolateOnlyVisibleChanged(onlyVisible, source);
+        auto const change = ReadOnlyVisibleChange(reader);
+        OnIsolateOnlyVisibleChanged(change.onlyVisible, change.source);
         return;
     }
     default:

@@ -52,6 +52,25 @@ inline du::Symbol ReadSymbol(dom::MessageReader& reader, char const* error) {
     return du::Symbol(value);
 }
 
+// Payloads the board scenes' families share.
+
+// A rotation travels as a word whose low half is the signed degrees.
+inline short ReadRotation(dom::MessageReader& reader) {
+    unsigned int const word = ReadUInt(reader, "Failed to retrieve rotation");
+    return static_cast<short>(static_cast<unsigned short>(word & 0xFFFFu));
+}
+
+// A switch of what only visible objects get: the change source, then the new value.
+struct OnlyVisibleChange {
+    unsigned int source;
+    bool onlyVisible;
+};
+inline OnlyVisibleChange ReadOnlyVisibleChange(dom::MessageReader& reader) {
+    unsigned int const source = ReadUInt(reader, "Failed to retrieve the ChangeSource value");
+    bool const onlyVisible = ReadBool(reader, "Failed to retrieve the Only Visible value");
+    return {source, onlyVisible};
+}
+
 // An observer family's events follow its base family's: a tag below first goes to Base's
 // decoder. Gives the tag's place within this family, or nothing once it was handed down.
 template <class Base, class Observer>
