@@ -173,8 +173,8 @@ du::SmartPtr<qzk::ecad::EcadDesignData> const& PCBSchCompareScene::_SchematicDes
     return designData[firstIsBoard ? 1 : 0];
 }
 
-du::SmartPtr<qzk::ecad::EcadDesignData> const& PCBSchCompareScene::_LoadedData(
-    bool schematic) const {
+du::SmartPtr<qzk::ecad::EcadDesignData> const&
+PCBSchCompareScene::_LoadedData(bool schematic) const {
     for (auto const& data : designData) {
         if (data && data->IsSchematicData() == schematic) {
             return data;
@@ -284,18 +284,20 @@ void PCBSchCompareScene::SetSublayerColorVisInfoToQzkScene(SublayerMap const& ma
     }
 }
 
-void PCBSchCompareScene::SetFullColorVisInfo(
-    qzk::ecad::GroupCVInfoSet const& /*groups*/, qzk::ecad::SublayerPCB_CVSet const& sublayers,
-    std::vector<qzk::ecad::AnnoCVInfo> const& /*overlays*/,
-    std::vector<qzk::ecad::AnnoCVInfo> const& /*images*/, du::SmartPtr<qzk::Operation> const& op,
-    ChangeSource source) {
+void PCBSchCompareScene::SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet const& /*groups*/,
+                                             qzk::ecad::SublayerPCB_CVSet const& sublayers,
+                                             std::vector<qzk::ecad::AnnoCVInfo> const& /*overlays*/,
+                                             std::vector<qzk::ecad::AnnoCVInfo> const& /*images*/,
+                                             du::SmartPtr<qzk::Operation> const& op,
+                                             ChangeSource source) {
     SetColorVisInfo(sublayers, op, source);
 }
 
-void PCBSchCompareScene::SetFullColorVisInfo(
-    qzk::ecad::GroupCVInfoSet const& /*groups*/,
-    std::vector<qzk::ecad::AnnoCVInfo> const& /*images*/, SublayerMap const& sublayers,
-    du::SmartPtr<qzk::Operation> const& op, ChangeSource source) {
+void PCBSchCompareScene::SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet const& /*groups*/,
+                                             std::vector<qzk::ecad::AnnoCVInfo> const& /*images*/,
+                                             SublayerMap const& sublayers,
+                                             du::SmartPtr<qzk::Operation> const& op,
+                                             ChangeSource source) {
     SetSublayerColorVisInfo(sublayers, op, source);
 }
 

@@ -6,6 +6,8 @@
 // Which design is the board is known in Init, from the kernel's word on the first design's
 // source, before either has loaded; the board operations and the schematic operations read the
 // design of their side by it. GetPCBData and GetSchData instead ask the loaded data themselves.
+// A scene made from a saved comparison whose entry is not complete at Init has no first source
+// yet, and takes the board to be the second design.
 //
 // The scene keeps two draw orders, one per side, with a family of operations parallel to the
 // single list of every other scene (which plays no part here); each side's changes reach the

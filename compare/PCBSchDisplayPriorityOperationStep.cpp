@@ -5,8 +5,7 @@
 namespace qzkapp::ecad {
 
 PCBSchDisplayPriorityOperationStep::PCBSchDisplayPriorityOperationStep(BaseScene* scene,
-                                                                       short layer,
-                                                                       uint64 oldIndex,
+                                                                       short layer, uint64 oldIndex,
                                                                        uint64 newIndex, bool pcb)
     : DisplayPriorityOperationStep(scene, layer, oldIndex, newIndex), pcb_(pcb) {}
 

@@ -20,13 +20,14 @@ du::SmartPtr<qzk::Operation> NewOperation(std::string const& name,
 
 } // namespace
 
-du::SmartPtr<qzk::Operation> NewMoveLayerOperation(std::string const& layerName,
-                                                   du::SmartPtr<qzk::ecad::BaseScene> const& scene) {
+du::SmartPtr<qzk::Operation>
+NewMoveLayerOperation(std::string const& layerName,
+                      du::SmartPtr<qzk::ecad::BaseScene> const& scene) {
     du::Localizer const localizer(kCatalogue);
-    return NewOperation(
-        localizer.LocalizeMessage("DisplayPriorityUndo", du::AssembleArgs("%s", layerName),
-                                  static_cast<du::Localizer::ActionOnFailure>(0)),
-        scene);
+    return NewOperation(localizer.LocalizeMessage("DisplayPriorityUndo",
+                                                  du::AssembleArgs("%s", layerName),
+                                                  static_cast<du::Localizer::ActionOnFailure>(0)),
+                        scene);
 }
 
 du::SmartPtr<qzk::Operation>
