@@ -39,6 +39,7 @@ long Count(std::vector<std::string> const& lines, std::string const& part) {
 // The schematic's map as text, one "handle colour shown|hidden" entry each.
 std::vector<std::string> SheetText(std::map<short, qzk::ecad::ColorVisInfo> const& map) {
     std::vector<std::string> out;
+    out.reserve(map.size());
     for (auto const& [handle, info] : map) {
         out.push_back(std::to_string(handle) + " " + std::to_string(info.color) +
                       (info.visible ? " shown" : " hidden"));
