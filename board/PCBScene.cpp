@@ -236,14 +236,7 @@ void PCBScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
 }
 
 void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {
-    dp::WriteLocker lock(GetRWLock());
-    du::SmartPtr<qzk::SelectionManager> selectionManager;
-    kernelScene->GetSelectionManager(selectionManager);
-    if (selectionManager) {
-        selectionManager->ApplyItems(kSelectionChannel, items, qzk::SelectionManager::replace);
-    }
-    OnSelectionChanged(kSelectionChannel, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(),
-                       items);
+    _SetSelectedItems(items);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -118,4 +118,51 @@ void CompareHostEvents::OnRotationChanged(short degrees) {
     Print("rotation %d", degrees);
 }
 
+BoardSchematicHostEvents::BoardSchematicHostEvents(bool print) : EventLog(print) {}
+
+BoardSchematicHostEvents::~BoardSchematicHostEvents() {
+    DetachFromMessageLoop();
+}
+
+void BoardSchematicHostEvents::OnDrawOrderChanged() {
+    Print("draw order changed");
+}
+void BoardSchematicHostEvents::OnGroupColorVisChanged(unsigned int source) {
+    Print("group colours changed (source %u)", source);
+}
+void BoardSchematicHostEvents::OnDesignLoaded(bool second, unsigned short error,
+                                              du::Symbol const& text) {
+    Print("%s design:", second ? "second" : "first");
+    Loaded(error, text);
+}
+void BoardSchematicHostEvents::OnHighlightOnlyVisibleChanged(bool const& onlyVisible,
+                                                             unsigned int const& source) {
+    Print("highlight only visible %s (source %u)", onlyVisible ? "on" : "off", source);
+}
+void BoardSchematicHostEvents::OnOrientationChanged(unsigned int flipped) {
+    Print("orientation %s", flipped != 0 ? "flipped" : "front");
+}
+void BoardSchematicHostEvents::OnRotationChanged(short degrees) {
+    Print("rotation %d", degrees);
+}
+void BoardSchematicHostEvents::OnIsolateOnlyVisibleChanged(bool const& onlyVisible,
+                                                           unsigned int const& source) {
+    Print("isolate only visible %s (source %u)", onlyVisible ? "on" : "off", source);
+}
+void BoardSchematicHostEvents::OnPageChanged(unsigned int page) {
+    Print("sheet %u", page);
+}
+void BoardSchematicHostEvents::OnPCBSublayerColorVisChanged(unsigned int source) {
+    Print("board sublayer colours changed (source %u)", source);
+}
+void BoardSchematicHostEvents::OnSchSublayerColorVisChanged(unsigned int source) {
+    Print("schematic layer colours changed (source %u)", source);
+}
+void BoardSchematicHostEvents::OnPcbDrawOrderChanged() {
+    Print("board draw order changed");
+}
+void BoardSchematicHostEvents::OnSchDrawOrderChanged() {
+    Print("schematic draw order changed");
+}
+
 } // namespace qzhost

@@ -4,6 +4,7 @@
 
 #include "board/PCBSceneObserver.h"
 #include "compare/PCBCompareSceneObserver.h"
+#include "compare/PCBSchCompareSceneObserver.h"
 #include "schematic/SchematicSceneObserver.h"
 
 #include <string>
@@ -71,6 +72,28 @@ public:
     void OnSublayerColorVisChanged(unsigned int source) override;
     void OnOrientationChanged(unsigned int flipped) override;
     void OnRotationChanged(short degrees) override;
+};
+
+// A board compared with a schematic tells each side's colours and draw order apart.
+class BoardSchematicHostEvents : public qzkapp::ecad::PCBSchCompareSceneObserver, public EventLog {
+public:
+    explicit BoardSchematicHostEvents(bool print);
+    ~BoardSchematicHostEvents() override;
+
+    void DetachObserver() override {}
+    void OnDrawOrderChanged() override;
+    void OnGroupColorVisChanged(unsigned int source) override;
+    void OnDesignLoaded(bool second, unsigned short error, du::Symbol const& text) override;
+    void OnHighlightOnlyVisibleChanged(bool const& onlyVisible,
+                                       unsigned int const& source) override;
+    void OnOrientationChanged(unsigned int flipped) override;
+    void OnRotationChanged(short degrees) override;
+    void OnIsolateOnlyVisibleChanged(bool const& onlyVisible, unsigned int const& source) override;
+    void OnPageChanged(unsigned int page) override;
+    void OnPCBSublayerColorVisChanged(unsigned int source) override;
+    void OnSchSublayerColorVisChanged(unsigned int source) override;
+    void OnPcbDrawOrderChanged() override;
+    void OnSchDrawOrderChanged() override;
 };
 
 } // namespace qzhost

@@ -1,4 +1,5 @@
 // Every kind of session by the scene it drives. A new kind adds its line to kFamilies.
+#include "BoardSchematicSession.h"
 #include "CompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
@@ -19,6 +20,8 @@ Family const kFamilies[] = {
     {"board", &Session::CommandNames, &ScenePrinter::QueryNames},
     {"schematic", &SchematicSession::CommandNames, &SchematicSession::QueryNames},
     {"board compare", &CompareSession::CommandNames, &CompareSession::QueryNames},
+    {"board-schematic compare", &BoardSchematicSession::CommandNames,
+     &BoardSchematicSession::QueryNames},
 };
 
 bool Has(std::vector<std::string> const& names, std::string const& name) {

@@ -8,6 +8,7 @@
 // through QZDllCreateComponent as any host does. Relative design paths that do not exist from
 // the working directory are looked up in the installed data (share/qzecad) beside the host.
 // Whenever the host ends with a non-zero status it says why in one line on stderr.
+#include "BoardSchematicSession.h"
 #include "CompareSession.h"
 #include "HostEvents.h"
 #include "SceneKind.h"
@@ -15,6 +16,7 @@
 #include "Session.h"
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
+#include "compare/PCBSchCompareScene.h"
 #include "component/EntryPoints.h"
 #include "qzk/Instance.h"
 #include "qzk/ViewableSource.h"
@@ -22,6 +24,7 @@
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBCompareView.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
@@ -233,6 +236,24 @@ int RunBoardCompare(qzkapp::SceneApiFactory& factory, Options const& options,
     });
 }
 
+// A board compared with a schematic is seen through two views, the board's and the schematic's
+// with a page per sheet, as a viewer makes its windows; its session changes either side.
+int RunBoardSchematic(qzkapp::SceneApiFactory& factory, Options const& options,
+                      du::SmartPtr<qzk::ecad::PCBSchCompareScene> const& scene,
+                      JournalPrinter& journal) {
+    // Kind 171 always wraps a board-against-schematic compare scene of the layer.
+    auto* api = static_cast<qzkapp::ecad::PCBSchCompareScene*>(scene->GetApiScene());
+    return RunScene<qzhost::BoardSchematicHostEvents>(options, *api, journal, [&] {
+        auto board = qzk::ecad::PCBView::Create(*scene, 1);
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(board));
+        auto const* data = dynamic_cast<qzk::ecad::SchematicData const*>(api->GetSchData().Get());
+        auto sheets =
+            qzk::ecad::SchematicView::Create(*scene, data != nullptr ? data->GetNumSheets() : 1);
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(sheets));
+        return std::make_unique<qzhost::BoardSchematicSession>(*api, scene, sheets, stdout);
+    });
+}
+
 int Open(qzkapp::SceneApiFactory& factory, Options options) {
     options.design = Resolve(options.design);
     std::string error;
@@ -281,6 +302,8 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
         status = RunSchematic(factory, options, schematic, journal);
     } else if (auto compare = du::DynamicCast<qzk::ecad::PCBCompareScene>(created)) {
         status = RunBoardCompare(factory, options, compare, journal);
+    } else if (auto pair = du::DynamicCast<qzk::ecad::PCBSchCompareScene>(created)) {
+        status = RunBoardSchematic(factory, options, pair, journal);
     } else {
         status = Fail("the host has no session commands for scene kind " + std::to_string(*kind) +
                       " yet");

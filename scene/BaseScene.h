@@ -220,6 +220,9 @@ protected:
                                    std::vector<du::SmartPtr<qzk::SelectionItem>> const& removed,
                                    std::vector<du::SmartPtr<qzk::SelectionItem>> const& added);
     void _OnSelectionColorChanged(bool preselection, bool selection, bool associated);
+    // The host's change of the kernel's selection, under the write lock: the selection manager
+    // replaces its selection, and the scene is told of it even when the kernel scene has none.
+    void _SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items);
     void _SetAnnotationSelected(du::SmartPtr<qzk::Annotation> const& annotation, bool selected);
     void _SelectOverlayItem(du::SmartPtr<qzk::SelectionItem> const& item);
     void _DeselectOverlayItem(du::SmartPtr<qzk::SelectionItem> const& item);

@@ -1,14 +1,13 @@
 // Display priority: the order in which the board's layers are drawn, and its undo steps.
 #include "scene/BaseScene.h"
 
-#include "du/AssembleArgs.h"
-#include "du/Localizer.h"
 #include "du/StringConversion.h"
 #include "qzk/Operation.h"
 #include "qzk/ecad/BaseScene.h"
 #include "scene/DisplayPriorityApplyStep.h"
 #include "scene/DisplayPriorityOperationStep.h"
 #include "scene/DisplayPriorityResetStep.h"
+#include "scene/DrawOrderLists.h"
 #include "scene/StepRecording.h"
 #include "scene/ToggleStep.h"
 #include <algorithm>
@@ -37,19 +36,10 @@ void BaseScene::DrawOrderMoveLayer(short layer, uint64 index, bool undo) {
     }
     auto const oldIndex = static_cast<uint64>(found - drawOrder.begin());
     if (undo) {
-        std::string const layerName = du::WideStrToUtf8(GetLayerName(layer));
-        du::Localizer const localizer("qzecad:qzecadStrings");
-        std::string const name =
-            localizer.LocalizeMessage("DisplayPriorityUndo", du::AssembleArgs("%s", layerName),
-                                      static_cast<du::Localizer::ActionOnFailure>(0));
-        auto op =
-            du::MakeCounted<qzk::Operation>(name, du::SmartPtr<qzk::Scene>(kernelScene), false);
+        auto op = NewMoveLayerOperation(du::WideStrToUtf8(GetLayerName(layer)), kernelScene);
         AddStepAndRecord<DisplayPriorityOperationStep>(op, this, layer, oldIndex, index);
     }
-    drawOrder.erase(found);
-    // index counts in the list without the layer; past its end means at the end.
-    auto const at = std::min<uint64>(index, drawOrder.size());
-    drawOrder.insert(drawOrder.begin() + static_cast<std::ptrdiff_t>(at), layer);
+    MoveLayerTo(drawOrder, oldIndex, index);
     kernelScene->SetDrawOrder(drawOrder, false, false);
     _PostEvent(DRAWORDER_CHANGED_EVENT());
 }
@@ -58,16 +48,9 @@ void BaseScene::PreviewDrawOrderTopLayer(short layer) {
     if (layer > 0) {
         std::vector<short> order;
         GetDrawOrder(order);
-        if (order.size() < 2) {
-            return;
+        if (PreviewLayerOnTop(order, layer)) {
+            kernelScene->SetDrawOrder(order, false, false);
         }
-        // The first entry is not looked at: a layer in first place is already on top.
-        auto found = std::find(order.begin() + 1, order.end(), layer);
-        if (found == order.end()) {
-            return;
-        }
-        std::rotate(order.begin(), found, found + 1);
-        kernelScene->SetDrawOrder(order, false, false);
     } else if (layer == 0) {
         dp::ReadLocker lock(GetRWLock());
         kernelScene->SetDrawOrder(drawOrder, false, false);
@@ -81,12 +64,8 @@ void BaseScene::PreviewDrawOrderTopLayer(short layer) {
 void BaseScene::ResetDrawOrder(bool undo) {
     dp::WriteLocker lock(GetRWLock());
     if (undo) {
-        du::Localizer const localizer("qzecad:qzecadStrings");
-        std::string const name = localizer.LocalizeMessage(
-            "DisplayPriorityResetUndo", static_cast<du::Localizer::ActionOnFailure>(0));
-        auto op =
-            du::MakeCounted<qzk::Operation>(name, du::SmartPtr<qzk::Scene>(kernelScene), false);
-        AddStepAndRecord<DisplayPriorityResetStep>(op, this, drawOrder);
+        AddStepAndRecord<DisplayPriorityResetStep>(NewResetDrawOrderOperation(kernelScene), this,
+                                                   drawOrder);
     }
     GetDefaultDrawOrder(drawOrder);
     kernelScene->SetDrawOrder(drawOrder, true, false);
@@ -104,16 +83,7 @@ void BaseScene::ApplyDrawOrder(std::vector<short> const& order, bool invert,
                                du::SmartPtr<qzk::Operation> const& op) {
     LockBarrier(GetRWLock());
     AddStep<DisplayPriorityApplyStep>(op, this);
-    std::vector<short> applied;
-    for (short handle : order) {
-        auto found = std::find(drawOrder.begin(), drawOrder.end(), handle);
-        if (found != drawOrder.end()) {
-            applied.push_back(handle);
-            drawOrder.erase(found);
-        }
-    }
-    applied.insert(applied.end(), drawOrder.begin(), drawOrder.end());
-    SetDrawOrder(applied, true, invert);
+    SetDrawOrder(MergeDrawOrder(order, drawOrder), true, invert);
 }
 
 void BaseScene::SetDrawOrder(std::vector<short> const& order, bool flag, bool invert) {

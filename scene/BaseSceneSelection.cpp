@@ -4,6 +4,7 @@
 #include "qzk/Annotation.h"
 #include "qzk/ObjectSelectionItem.h"
 #include "qzk/SelectionItem.h"
+#include "qzk/SelectionManager.h"
 #include "qzk/View.h"
 #include "qzk/ecad/BaseScene.h"
 #include "qzk/ecad/Overlay.h"
@@ -14,6 +15,19 @@
 #include "scene/SelectionChannels.h"
 
 namespace qzkapp::ecad {
+
+void BaseScene::_SetSelectedItems(ItemList const& items) {
+    dp::WriteLocker lock(GetRWLock());
+    if (!kernelScene) {
+        return;
+    }
+    du::SmartPtr<qzk::SelectionManager> selectionManager;
+    kernelScene->GetSelectionManager(selectionManager);
+    if (selectionManager) {
+        selectionManager->ApplyItems(kSelectionChannel, items, qzk::SelectionManager::replace);
+    }
+    OnSelectionChanged(kSelectionChannel, true, ItemList(), items);
+}
 
 void BaseScene::OnSelectionChanged(unsigned int channel, bool clear, ItemList const& removed,
                                    ItemList const& added) {

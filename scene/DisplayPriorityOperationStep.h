@@ -24,6 +24,9 @@ private:
     void Apply(uint64 const& index) const;
     void Keep(uint64&& /*present*/) {}
 
+protected:
+    // A scene with more than one list moves the layer in its own (the held state is the old
+    // index).
     short layer_;
     uint64 newIndex_;
 };

@@ -243,17 +243,7 @@ wchar_t const* SchematicScene::GetLayerName(short layer) const {
 // Selection
 
 void SchematicScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {
-    dp::WriteLocker lock(GetRWLock());
-    if (!kernelScene) {
-        return;
-    }
-    du::SmartPtr<qzk::SelectionManager> selectionManager;
-    kernelScene->GetSelectionManager(selectionManager);
-    if (selectionManager) {
-        selectionManager->ApplyItems(kSelectionChannel, items, qzk::SelectionManager::replace);
-    }
-    OnSelectionChanged(kSelectionChannel, true, std::vector<du::SmartPtr<qzk::SelectionItem>>(),
-                       items);
+    _SetSelectedItems(items);
 }
 
 } // namespace qzkapp::ecad

@@ -13,6 +13,7 @@
 namespace qzk::ecad {
 class PCBCompareScene;
 class PCBScene;
+class PCBSchCompareScene;
 class SchematicScene;
 } // namespace qzk::ecad
 
@@ -42,6 +43,11 @@ public:
     // order, each in its layer's colour and visibility, with the looks over them.
     static bool RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
                             View const& view, std::string const& path, std::string& error);
+    // A board-against-schematic compare: the board on the left half, in the board's draw order
+    // and colours, isolation and view's flip and rotation; the sheet on the right half, in the
+    // schematic's draw order and colours.
+    static bool RenderBoardSchematic(qzk::ecad::PCBSchCompareScene const& scene, unsigned int sheet,
+                                     View const& view, std::string const& path, std::string& error);
 };
 
 } // namespace qzref

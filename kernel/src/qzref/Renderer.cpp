@@ -7,6 +7,7 @@
 #include "qzk/ecad/Overlay.h"
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SublayerPCBCompareCV.h"
@@ -21,6 +22,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <map>
@@ -188,17 +190,63 @@ bool Valid(Renderer::View const& view, std::string& error) {
     return true;
 }
 
-// Fits what extent draws to the picture, less a margin, y up, turned about its centre and
-// mirrored left to right when seen from the back, paints the strokes and writes the picture.
-bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const& extent,
-           Renderer::View const& view, std::string const& path, std::string& error,
-           Extras const& extras = {}) {
+// Fits what extent draws to a region of view's size at the origin, less a margin, y up, turned
+// about its centre and mirrored left to right when seen from the back, and paints the strokes.
+void PaintInto(cairo_t* cr, std::vector<Stroke> const& strokes,
+               std::vector<DesignObject*> const& extent, Renderer::View const& view,
+               Extras const& extras) {
     dg::DBox2D box;
     for (DesignObject const* object : extent) {
         for (auto const& shape : object->geometry) {
             box.Extend(shape.GetRange());
         }
     }
+    cairo_save(cr);
+    if (!box.IsEmpty()) {
+        double const w = std::max(box.Width(), 1e-6);
+        double const h = std::max(box.Height(), 1e-6);
+        double const angle = view.rotation * std::numbers::pi / 180;
+        double const across = std::abs(w * std::cos(angle)) + std::abs(h * std::sin(angle));
+        double const down = std::abs(w * std::sin(angle)) + std::abs(h * std::cos(angle));
+        double const scale = 0.9 * std::min(view.width / across, view.height / down);
+        cairo_translate(cr, view.width / 2.0, view.height / 2.0);
+        cairo_scale(cr, view.flip ? -scale : scale, -scale);
+        cairo_rotate(cr, angle);
+        cairo_translate(cr, -box.GetCenter().x, -box.GetCenter().y);
+        cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+        for (Stroke const& stroke : strokes) {
+            cairo_save(cr);
+            if (stroke.transform) {
+                auto const& m = stroke.transform->m;
+                cairo_matrix_t const matrix{m[0][0], m[1][0], m[0][1], m[1][1], m[0][2], m[1][2]};
+                cairo_transform(cr, &matrix);
+            }
+            cairo_set_source_rgb(cr, stroke.colour.r, stroke.colour.g, stroke.colour.b);
+            for (auto const& shape : stroke.object->geometry) {
+                Trace(cr, shape);
+            }
+            cairo_restore(cr);
+        }
+        if (extras.crosshair) {
+            // Across the whole board, in the colour of a cursor.
+            double const reach = std::max(box.Width(), box.Height());
+            cairo_set_source_rgb(cr, 1, 1, 0);
+            cairo_set_line_width(cr, 2 / scale);
+            cairo_move_to(cr, extras.crosshair->x - reach, extras.crosshair->y);
+            cairo_line_to(cr, extras.crosshair->x + reach, extras.crosshair->y);
+            cairo_move_to(cr, extras.crosshair->x, extras.crosshair->y - reach);
+            cairo_line_to(cr, extras.crosshair->x, extras.crosshair->y + reach);
+            cairo_stroke(cr);
+        }
+    }
+    cairo_restore(cr);
+    PaintPictures(cr, extras.pictures, view.height);
+}
+
+// Makes a picture of view's size on the background, lets draw paint it, and writes it: an SVG
+// when the path ends in ".svg", a PNG otherwise.
+bool Write(Renderer::View const& view, std::string const& path, std::string& error,
+           std::function<void(cairo_t*)> const& draw) {
     bool const svg = path.size() >= 4 && path.compare(path.size() - 4, 4, ".svg") == 0;
     std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface(
         svg ? cairo_svg_surface_create(path.c_str(), view.width, view.height)
@@ -212,46 +260,7 @@ bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const&
         cairo_t* cr = context.get();
         cairo_set_source_rgb(cr, kBackground.r, kBackground.g, kBackground.b);
         cairo_paint(cr);
-        if (!box.IsEmpty()) {
-            double const w = std::max(box.Width(), 1e-6);
-            double const h = std::max(box.Height(), 1e-6);
-            double const angle = view.rotation * std::numbers::pi / 180;
-            double const across = std::abs(w * std::cos(angle)) + std::abs(h * std::sin(angle));
-            double const down = std::abs(w * std::sin(angle)) + std::abs(h * std::cos(angle));
-            double const scale = 0.9 * std::min(view.width / across, view.height / down);
-            cairo_translate(cr, view.width / 2.0, view.height / 2.0);
-            cairo_scale(cr, view.flip ? -scale : scale, -scale);
-            cairo_rotate(cr, angle);
-            cairo_translate(cr, -box.GetCenter().x, -box.GetCenter().y);
-            cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
-            for (Stroke const& stroke : strokes) {
-                cairo_save(cr);
-                if (stroke.transform) {
-                    auto const& m = stroke.transform->m;
-                    cairo_matrix_t const matrix{m[0][0], m[1][0], m[0][1],
-                                                m[1][1], m[0][2], m[1][2]};
-                    cairo_transform(cr, &matrix);
-                }
-                cairo_set_source_rgb(cr, stroke.colour.r, stroke.colour.g, stroke.colour.b);
-                for (auto const& shape : stroke.object->geometry) {
-                    Trace(cr, shape);
-                }
-                cairo_restore(cr);
-            }
-            if (extras.crosshair) {
-                // Across the whole board, in the colour of a cursor.
-                double const reach = std::max(box.Width(), box.Height());
-                cairo_set_source_rgb(cr, 1, 1, 0);
-                cairo_set_line_width(cr, 2 / scale);
-                cairo_move_to(cr, extras.crosshair->x - reach, extras.crosshair->y);
-                cairo_line_to(cr, extras.crosshair->x + reach, extras.crosshair->y);
-                cairo_move_to(cr, extras.crosshair->x, extras.crosshair->y - reach);
-                cairo_line_to(cr, extras.crosshair->x, extras.crosshair->y + reach);
-                cairo_stroke(cr);
-            }
-        }
-        cairo_identity_matrix(cr);
-        PaintPictures(cr, extras.pictures, view.height);
+        draw(cr);
     }
     cairo_surface_flush(surface.get());
     if (!svg) {
@@ -268,6 +277,14 @@ bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const&
         }
     }
     return true;
+}
+
+// One design's strokes fitted to the whole picture.
+bool Paint(std::vector<Stroke> const& strokes, std::vector<DesignObject*> const& extent,
+           Renderer::View const& view, std::string const& path, std::string& error,
+           Extras const& extras = {}) {
+    return Write(view, path, error,
+                 [&](cairo_t* cr) { PaintInto(cr, strokes, extent, view, extras); });
 }
 
 // The scene's loaded design, or null.
@@ -290,6 +307,88 @@ template <class Data> std::vector<DesignObject*> ObjectsOf(Data const& data) {
     return objects;
 }
 
+// A board's objects in the draw order, the first entry painted first, each in its sublayer's
+// colour with hidden sublayers left out; a look or isolation given to a component or net
+// reaches what it owns, and while the scene isolates everything else is dimmed.
+std::vector<Stroke> BoardStrokes(std::vector<DesignObject*> const& objects,
+                                 std::vector<short> const& order,
+                                 qzk::ecad::SublayerPCB_CVSet const& colours,
+                                 std::vector<qzk::ecad::AppearanceItem> const& isolatedItems,
+                                 bool isolating, std::map<void const*, unsigned int> const& looks) {
+    std::set<void const*> isolated;
+    for (auto const& item : isolatedItems) {
+        isolated.insert(item.object);
+    }
+    std::map<std::pair<short, short>, std::pair<unsigned int, bool>> sublayers;
+    for (auto const& entry : colours) {
+        sublayers[{entry.layer, entry.sublayer}] = {entry.color, entry.visible};
+    }
+    std::vector<Stroke> strokes;
+    for (short layer : order) {
+        for (DesignObject* object : objects) {
+            if (object->layer != layer || object->geometry.empty()) {
+                continue;
+            }
+            auto const found = sublayers.find({object->layer, object->sublayer});
+            if (found == sublayers.end() || !found->second.second) {
+                continue;
+            }
+            unsigned int word = found->second.first;
+            LookOf(looks, object, word);
+            bool inIsolation = false;
+            for (DesignObject const* at = object; at != nullptr; at = at->owner) {
+                inIsolation = inIsolation || isolated.count(at) != 0;
+            }
+            Rgb colour = FromWord(word);
+            if (isolating && !inIsolation) {
+                colour = Dimmed(colour);
+            }
+            strokes.push_back({object, colour});
+        }
+    }
+    return strokes;
+}
+
+// The objects of one sheet; a pin lies on its symbol's sheet.
+std::vector<DesignObject*> ObjectsOnSheet(qzk::ecad::SchematicData const& schematic,
+                                          unsigned int sheet) {
+    std::vector<DesignObject*> const objects = ObjectsOf(schematic);
+    auto const sheetOf = [](DesignObject const* object) {
+        while (object->sheet == 0xFFFFFFFF && object->owner != nullptr) {
+            object = object->owner;
+        }
+        return object->sheet;
+    };
+    std::vector<DesignObject*> onSheet;
+    std::copy_if(objects.begin(), objects.end(), std::back_inserter(onSheet),
+                 [&](DesignObject const* object) { return sheetOf(object) == sheet; });
+    return onSheet;
+}
+
+// A sheet's objects in the draw order of layers, each in its layer's colour, hidden layers left
+// out, looks over them.
+std::vector<Stroke> SheetStrokes(std::vector<DesignObject*> const& onSheet,
+                                 std::vector<short> const& order,
+                                 std::map<short, qzk::ecad::ColorVisInfo> const& layers,
+                                 std::map<void const*, unsigned int> const& looks) {
+    std::vector<Stroke> strokes;
+    for (short layer : order) {
+        auto const info = layers.find(layer);
+        if (info == layers.end() || !info->second.visible) {
+            continue;
+        }
+        for (DesignObject* object : onSheet) {
+            if (object->sublayer != layer) {
+                continue;
+            }
+            unsigned int word = info->second.color;
+            LookOf(looks, object, word);
+            strokes.push_back({object, FromWord(word)});
+        }
+    }
+    return strokes;
+}
+
 } // namespace
 
 bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
@@ -304,42 +403,10 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
         return false;
     }
     std::vector<DesignObject*> const objects = ObjectsOf(*board);
-    auto const looks = LooksOf(scene);
-    std::set<void const*> isolated;
-    for (auto const& item : qzref::Inspect(scene).GetIsolated()) {
-        isolated.insert(item.object);
-    }
-    bool const isolating = qzref::Inspect(scene).IsIsolating();
-    std::map<std::pair<short, short>, std::pair<unsigned int, bool>> sublayers;
-    for (auto const& entry : qzref::Inspect(scene).GetColorVisInfo()) {
-        sublayers[{entry.layer, entry.sublayer}] = {entry.color, entry.visible};
-    }
-
-    // Layers in the scene's draw order, the first entry painted first.
-    std::vector<Stroke> strokes;
-    for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
-        for (DesignObject* object : objects) {
-            if (object->layer != layer || object->geometry.empty()) {
-                continue;
-            }
-            auto const found = sublayers.find({object->layer, object->sublayer});
-            if (found == sublayers.end() || !found->second.second) {
-                continue;
-            }
-            // A look or isolation given to a component or net reaches what it owns.
-            unsigned int word = found->second.first;
-            LookOf(looks, object, word);
-            bool inIsolation = false;
-            for (DesignObject const* at = object; at != nullptr; at = at->owner) {
-                inIsolation = inIsolation || isolated.count(at) != 0;
-            }
-            Rgb colour = FromWord(word);
-            if (isolating && !inIsolation) {
-                colour = Dimmed(colour);
-            }
-            strokes.push_back({object, colour});
-        }
-    }
+    auto const inspector = qzref::Inspect(scene);
+    std::vector<Stroke> strokes =
+        BoardStrokes(objects, inspector.GetDrawOrder(), inspector.GetColorVisInfo(),
+                     inspector.GetIsolated(), inspector.IsIsolating(), LooksOf(scene));
     Extras extras;
     for (auto const& overlay : qzref::Inspect(scene).GetOverlays()) {
         auto const inspector = qzref::Inspect(*overlay);
@@ -478,36 +545,70 @@ bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int 
     if (!Valid(view, error)) {
         return false;
     }
-    auto const looks = LooksOf(scene);
-    auto const layers = qzref::Inspect(scene).GetSublayerColorVisInfo();
-    // The sheet's objects, in the scene's draw order of layers; a pin lies on its symbol's sheet.
-    std::vector<DesignObject*> const objects = ObjectsOf(*schematic);
-    auto const sheetOf = [](DesignObject const* object) {
-        while (object->sheet == 0xFFFFFFFF && object->owner != nullptr) {
-            object = object->owner;
-        }
-        return object->sheet;
-    };
-    std::vector<DesignObject*> onSheet;
-    std::copy_if(objects.begin(), objects.end(), std::back_inserter(onSheet),
-                 [&](DesignObject const* object) { return sheetOf(object) == sheet; });
-    std::vector<Stroke> strokes;
-    for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
-        auto const info = layers.find(layer);
-        if (info == layers.end() || !info->second.visible) {
-            continue;
-        }
-        for (DesignObject* object : onSheet) {
-            if (object->sublayer != layer) {
-                continue;
-            }
-            unsigned int word = info->second.color;
-            LookOf(looks, object, word);
-            strokes.push_back({object, FromWord(word)});
-        }
-    }
+    std::vector<DesignObject*> const onSheet = ObjectsOnSheet(*schematic, sheet);
+    std::vector<Stroke> const strokes =
+        SheetStrokes(onSheet, qzref::Inspect(scene).GetDrawOrder(),
+                     qzref::Inspect(scene).GetSublayerColorVisInfo(), LooksOf(scene));
     // The frame is the whole sheet, whatever is hidden.
     return Paint(strokes, onSheet, view, path, error);
+}
+
+bool Renderer::RenderBoardSchematic(qzk::ecad::PCBSchCompareScene const& scene, unsigned int sheet,
+                                    View const& view, std::string const& path, std::string& error) {
+    du::SmartPtr<qzk::EcadDesign> designs[2];
+    scene.GetEcadDesign(designs[0], 0);
+    scene.GetEcadDesign(designs[1], 1);
+    qzk::ecad::EcadPCBData const* board = nullptr;
+    qzk::ecad::SchematicData const* schematic = nullptr;
+    du::SmartPtr<qzk::EcadDesignData> data[2];
+    for (int i = 0; i < 2; ++i) {
+        data[i] = designs[i] ? designs[i]->GetEcadDesignData() : nullptr;
+        if (auto const* found = dynamic_cast<qzk::ecad::EcadPCBData const*>(data[i].Get())) {
+            board = found;
+        } else if (auto const* found =
+                       dynamic_cast<qzk::ecad::SchematicData const*>(data[i].Get())) {
+            schematic = found;
+        }
+    }
+    if (board == nullptr || schematic == nullptr) {
+        error = "the scene holds no loaded board and schematic";
+        return false;
+    }
+    if (sheet >= schematic->GetNumSheets()) {
+        error = "no sheet " + std::to_string(sheet);
+        return false;
+    }
+    if (!Valid(view, error) || view.width < 2) {
+        error = error.empty() ? "a picture size out of range" : error;
+        return false;
+    }
+    auto const inspector = qzref::Inspect(scene);
+    auto const looks = LooksOf(scene);
+    std::vector<DesignObject*> const objects = ObjectsOf(*board);
+    std::vector<Stroke> const boardStrokes =
+        BoardStrokes(objects, inspector.GetPCBDrawOrder(), inspector.GetColorVisInfo(),
+                     inspector.GetIsolated(), inspector.IsIsolating(), looks);
+    std::vector<DesignObject*> const onSheet = ObjectsOnSheet(*schematic, sheet);
+    std::vector<Stroke> const sheetStrokes = SheetStrokes(
+        onSheet, inspector.GetSchDrawOrder(), inspector.GetSublayerColorVisInfo(), looks);
+    // The board on the left, turned as the view turns it; the sheet on the right, upright.
+    Renderer::View left = view;
+    left.width = view.width / 2;
+    Renderer::View right;
+    right.width = view.width - left.width;
+    right.height = view.height;
+    return Write(view, path, error, [&](cairo_t* cr) {
+        PaintInto(cr, boardStrokes, objects, left, {});
+        cairo_save(cr);
+        cairo_translate(cr, left.width, 0);
+        PaintInto(cr, sheetStrokes, onSheet, right, {});
+        cairo_restore(cr);
+        cairo_set_source_rgb(cr, 0.5, 0.5, 0.5);
+        cairo_set_line_width(cr, 1);
+        cairo_move_to(cr, left.width + 0.5, 0);
+        cairo_line_to(cr, left.width + 0.5, view.height);
+        cairo_stroke(cr);
+    });
 }
 
 } // namespace qzref

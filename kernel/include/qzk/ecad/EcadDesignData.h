@@ -33,6 +33,8 @@ public:
     virtual du::Symbol GetLayerName(short layer) const;
     // True for the picture of a Gerber overlay, which is board data that is no board.
     virtual bool IsOverlayData() const;
+    // True for a schematic's data, whatever its class.
+    virtual bool IsSchematicData() const;
     // The sublayer handle named sublayerName on the layer named layerName, or -1.
     virtual short FindSublayerHandle(std::string const& layerName,
                                      std::string const& sublayerName) const;

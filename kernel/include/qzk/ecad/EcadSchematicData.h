@@ -17,6 +17,7 @@ public:
     virtual bool HasLayerContent(short layer) const = 0;
     // The name of the layer handle from layerNames, as UTF-8; empty when unknown.
     du::Symbol GetLayerName(short layer) const override;
+    bool IsSchematicData() const override;
 
     // Every layer handle that the design declares, with its display name; layers without
     // content are listed too.

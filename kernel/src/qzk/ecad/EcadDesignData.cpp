@@ -26,6 +26,10 @@ bool EcadDesignData::IsOverlayData() const {
     return false;
 }
 
+bool EcadDesignData::IsSchematicData() const {
+    return false;
+}
+
 short EcadDesignData::FindSublayerHandle(std::string const&, std::string const&) const {
     return -1;
 }

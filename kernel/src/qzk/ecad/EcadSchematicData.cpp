@@ -14,4 +14,8 @@ du::Symbol EcadSchematicData::GetLayerName(short layer) const {
                                      : du::Symbol::EMPTY;
 }
 
+bool EcadSchematicData::IsSchematicData() const {
+    return true;
+}
+
 } // namespace qzk::ecad
