@@ -2,6 +2,7 @@
 
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
+#include "compare/SchematicCompareScene.h"
 #include "du/FileSpec.h"
 #include "qzk/ClassType.h"
 #include "qzk/EcadDesign.h"
@@ -11,6 +12,7 @@
 #include "qzk/ecad/BaseScene.h"
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
+#include "qzk/ecad/SchematicCompareScene.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "scene/BaseScene.h"
 #include "schematic/SchematicScene.h"
@@ -97,6 +99,8 @@ SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& world,
     switch (kind) {
     case qzk::classid::EcadPCBCompareScene:
         return MakeFromEntry<qzk::ecad::PCBCompareScene, PCBCompareScene>(world, entry);
+    case qzk::classid::EcadSchematicCompareScene:
+        return MakeFromEntry<qzk::ecad::SchematicCompareScene, SchematicCompareScene>(world, entry);
     default:
         return nullptr;
     }
@@ -115,6 +119,9 @@ du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
             return nullptr;
         }
         return MakePair<qzk::ecad::PCBCompareScene, PCBCompareScene>(
+            world, firstInstance, firstSource, secondInstance, secondSource);
+    case qzk::classid::EcadSchematicCompareScene:
+        return MakePair<qzk::ecad::SchematicCompareScene, SchematicCompareScene>(
             world, firstInstance, firstSource, secondInstance, secondSource);
     default:
         return nullptr;
