@@ -1,5 +1,6 @@
 // Every kind of session by the scene it drives. A new kind adds its line to kFamilies.
 #include "CompareSession.h"
+#include "SchematicCompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
 #include "Session.h"
@@ -19,6 +20,8 @@ Family const kFamilies[] = {
     {"board", &Session::CommandNames, &ScenePrinter::QueryNames},
     {"schematic", &SchematicSession::CommandNames, &SchematicSession::QueryNames},
     {"board compare", &CompareSession::CommandNames, &CompareSession::QueryNames},
+    {"schematic compare", &SchematicCompareSession::CommandNames,
+     &SchematicCompareSession::QueryNames},
 };
 
 bool Has(std::vector<std::string> const& names, std::string const& name) {
