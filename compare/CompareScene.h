@@ -69,9 +69,10 @@ public:
     // Image difference cells and grids.
     //
     // A cell or grid is a picture overlay with the given id, made in overlay mode 1 whichever
-    // it is; a grid is also entered in the grid map under gridNumber, unless the number is
-    // taken, in which case the map keeps the former id and the new grid lives on unmapped. The
-    // grid colour isn't applied: the grid takes color.
+    // it is, its grid flag (kindOneFlag) telling which; a grid is also entered in the grid map
+    // under gridNumber, unless the number is taken, in which case the map keeps the former id
+    // and the new grid lives on unmapped. The grid colour isn't applied: the grid takes color.
+    // What the parameter, the mode and the flag do to the drawing is the kernel's.
     void AddImageDiffCellOrGrid(uint64 id, du::SmartPtr<qz2d::ecad::Design> const& design,
                                 dg::Color const& color, std::string const& name,
                                 unsigned int parameter, bool isGrid, int gridNumber, bool visible);

@@ -53,7 +53,10 @@ public:
     // Not locked; the kernel owns the view's observer. The new view starts fitted.
     void ViewCreated(du::SmartPtr<qzk::View> const& view) override;
     // A record for every handle either design names, in the kernel's three compare colours.
-    // Nothing at all, not even the event, unless both designs are schematics.
+    // Nothing at all, not even the event, unless both designs are schematics. A record is shown
+    // unless the kernel's default visibility, asked as for layer 1, has a rule against the
+    // handle; what the page list is beyond its count, and what a visibility rule means, is the
+    // kernel's.
     void LoadColorVisInfo(du::SmartPtr<qzk::Operation> const& op) override;
 
 protected:

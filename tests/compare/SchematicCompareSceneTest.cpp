@@ -3,8 +3,14 @@
 // kernel's compare colours change, and sheet navigation with its page event.
 #include "compare/SchematicCompareHarness.h"
 
+#include "dom/MessageReader.h"
+#include "dom/ObserverProxy.h"
+#include "qz2d/ecad/Design.h"
+#include "qzk/MemoryPoolAllocated.h"
 #include "qzk/OperationStep.h"
 #include "qzk/ecad/EcadSchematicData.h"
+
+#include <stdexcept>
 
 namespace qztest {
 namespace {
@@ -304,6 +310,63 @@ TEST_F(SchematicCompareSceneTest, LateObserverIsBroughtUpToDateAndDecodesItsPage
     EXPECT_EQ(Events(), (std::vector<std::string>{"Page 2"}));
     EXPECT_TRUE(Messages::TakeHandlerErrors().empty());
     EXPECT_TRUE(api->UnregisterObserver(*recorder_));
+}
+
+// A step holds its scene by a counted reference: the scene's end must take its operations off
+// the undo list, or the two would keep each other.
+TEST_F(SchematicCompareSceneTest, AnEndedSceneWithStepsAndCellsGivesBackItsMemory) {
+    std::uint64_t const before = qzk::MemoryPoolAllocated::GetLiveBlockCount();
+    {
+        Kernel scene = Loaded(kSheets, kRevB);
+        auto* api = Api(scene);
+        Map records;
+        api->GetSublayerColorVisInfo(records);
+        auto op = NewOperation(scene);
+        api->ApplySublayerColorVisInfo(records, op);
+        qzk::RecordOperation(op);
+        api->AddImageDiffCellOrGrid(3, qz2d::ecad::Design::Create("grid", 1, 1, {}, 0),
+                                    dg::Color(0x01FFFFFF, true), "grid", 0, true, 1, true);
+        ASSERT_GT(UndoControl::GetUndoCount(), 0u);
+        EndCompare(scene);
+        Messages::PumpUntilIdle();
+        EXPECT_EQ(scene->GetApiScene(), nullptr);
+    }
+    Messages::PumpUntilIdle();
+    EXPECT_EQ(qzk::MemoryPoolAllocated::GetLiveBlockCount(), before);
+}
+
+TEST(SchematicCompareObserverDecoding, PageTagDecodesAboveTheCompareFamilyAndShortPayloadsRaise) {
+    auto message = [](bool withPage) {
+        dom::ObserverProxy proxy;
+        proxy.Begin();
+        if (withPage) {
+            proxy.PushUInt32Value(2);
+        }
+        proxy.End();
+        return proxy.TakeMessage();
+    };
+    unsigned char const page = qzkapp::ecad::SchematicCompareScene::GetBaseEventId();
+    SchematicCompareRecorder recorder;
+    auto const full = message(true);
+    dom::MessageReader reader(full);
+    recorder.HandleEvent(page, reader);
+    // One below is the compare family's own: the sublayer colours, with the same payload.
+    dom::MessageReader below(full);
+    recorder.HandleEvent(static_cast<unsigned char>(page - 1), below);
+    // Past the family's last event: ignored.
+    dom::MessageReader above(full);
+    recorder.HandleEvent(static_cast<unsigned char>(page + 1), above);
+    EXPECT_EQ(recorder.Take(), (std::vector<std::string>{"Page 2", "SublayerCV 2"}));
+
+    auto const empty = message(false);
+    dom::MessageReader shortReader(empty);
+    try {
+        recorder.HandleEvent(page, shortReader);
+        ADD_FAILURE() << "no error";
+    } catch (std::runtime_error const& error) {
+        EXPECT_STREQ(error.what(), "Failed to retrieve page number.");
+    }
+    EXPECT_TRUE(recorder.Take().empty());
 }
 
 } // namespace
