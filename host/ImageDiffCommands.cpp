@@ -15,10 +15,10 @@ namespace {
 // compare marks the pixels that differ.
 du::SmartPtr<qz2d::ecad::Design> DifferencePicture(std::string const& name, unsigned int word) {
     unsigned int const side = 4;
-    std::vector<unsigned int> pixels(side * side);
+    std::vector<unsigned int> pixels(static_cast<std::size_t>(side) * side);
     for (unsigned int y = 0; y < side; ++y) {
         for (unsigned int x = 0; x < side; ++x) {
-            pixels[y * side + x] = (x + y) % 2 == 0 ? word : 0x01FFFFFFu;
+            pixels[static_cast<std::size_t>(y) * side + x] = (x + y) % 2 == 0 ? word : 0x01FFFFFFu;
         }
     }
     return qz2d::ecad::Design::Create(name, side, side, std::move(pixels), word);

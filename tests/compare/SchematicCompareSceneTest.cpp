@@ -28,6 +28,7 @@ std::string const kLoaded = "01112233 01445566 01778899 0 1 1";
 
 std::vector<short> Handles(std::map<short, std::string> const& records) {
     std::vector<short> out;
+    out.reserve(records.size());
     for (auto const& [handle, text] : records) {
         out.push_back(handle);
     }

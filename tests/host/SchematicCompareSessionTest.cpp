@@ -51,7 +51,7 @@ protected:
         ASSERT_TRUE(api->IsDesignLoaded());
         auto view = qzk::ecad::SchematicCompareView::Create(*scene_, api->GetNumSheets());
         factory_->ViewCreated(du::SmartPtr<qzk::Scene>(scene_), du::SmartPtr<qzk::View>(view));
-        session_ = std::make_unique<qzhost::SchematicCompareSession>(*api, scene_, view, out_);
+        session_ = std::make_unique<qzhost::SchematicCompareSession>(*api, scene_, view, stdout);
     }
     void TearDown() override {
         session_.reset();
@@ -64,7 +64,6 @@ protected:
         qzref::Messages::PumpUntilIdle();
         qzref::Platform::Stop();
         std::remove(picture_.c_str());
-        std::fclose(out_);
     }
 
     void Run(std::string const& script) {
@@ -103,7 +102,6 @@ protected:
     }
 
     std::string picture_;
-    std::FILE* out_ = std::tmpfile();
     du::SmartPtr<qzkapp::SceneApiFactory> factory_;
     du::SmartPtr<qzk::ecad::SchematicCompareScene> scene_;
     std::unique_ptr<qzhost::SchematicCompareSession> session_;
