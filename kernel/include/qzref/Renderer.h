@@ -36,7 +36,8 @@ public:
     // sublayer and the second board's on its second, at the boards' own coordinates, the second
     // over the first. A sublayer only one board has comes in that side's colour, a pair in the
     // common colour. The row's mode leaves out what it does not show (first only, second only,
-    // common only, differences only), and the dimmed-common mode draws pairs at a quarter.
+    // common only, differences only), and the dimmed-common mode draws pairs at a quarter. The
+    // image difference cells and grids go in the strip along the foot.
     static bool RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const& view,
                               std::string const& path, std::string& error);
     // One sheet of a schematic scene: the objects on that sheet, layers in the scene's draw

@@ -295,6 +295,20 @@ template <class Data> std::vector<DesignObject*> ObjectsOf(Data const& data) {
     return objects;
 }
 
+// The strip along the foot of a compare's picture: its visible picture overlays, the image
+// difference cells and grids among them, each framed in its colour.
+Extras PictureStrip(qzk::ecad::BaseScene const& scene) {
+    Extras extras;
+    for (auto const& overlay : qzref::Inspect(scene).GetOverlays()) {
+        auto const inspector = qzref::Inspect(*overlay);
+        if (auto const picture = inspector.GetPicture(); picture && inspector.IsVisible()) {
+            extras.pictures.push_back(
+                {picture, FromWord(inspector.GetColorWord()), overlay->overlayKind == 2});
+        }
+    }
+    return extras;
+}
+
 // The objects that lie on the sheet; a pin lies on its symbol's sheet.
 std::vector<DesignObject*> OnSheet(std::vector<DesignObject*> const& objects, unsigned int sheet) {
     auto const sheetOf = [](DesignObject const* object) {
@@ -479,7 +493,7 @@ bool Renderer::RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const
     }
     std::vector<DesignObject*> extent(objects[0]);
     extent.insert(extent.end(), objects[1].begin(), objects[1].end());
-    return Paint(strokes, extent, view, path, error);
+    return Paint(strokes, extent, view, path, error, PictureStrip(scene));
 }
 
 bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
@@ -589,18 +603,10 @@ bool Renderer::RenderCompareSheet(qzk::ecad::SchematicCompareScene const& scene,
             }
         }
     }
-    Extras extras;
-    for (auto const& overlay : qzref::Inspect(scene).GetOverlays()) {
-        auto const inspector = qzref::Inspect(*overlay);
-        if (auto const picture = inspector.GetPicture(); picture && inspector.IsVisible()) {
-            extras.pictures.push_back(
-                {picture, FromWord(inspector.GetColorWord()), overlay->overlayKind == 2});
-        }
-    }
     // The frame is the whole sheet of both designs, whatever is hidden.
     std::vector<DesignObject*> extent = sides[0];
     extent.insert(extent.end(), sides[1].begin(), sides[1].end());
-    return Paint(strokes, extent, view, path, error, extras);
+    return Paint(strokes, extent, view, path, error, PictureStrip(scene));
 }
 
 } // namespace qzref
