@@ -88,6 +88,9 @@ char const* const kFirstColorKey = "Compare/Ecad_Compare/compare_color_a";
 char const* const kSecondColorKey = "Compare/Ecad_Compare/compare_color_b";
 char const* const kCommonColorKey = "Compare/Ecad_Compare/compare_color_common";
 
+// The colour grids have until the host gives one: a blue.
+unsigned int const kImageGridColor = 0x01386FD5;
+
 // The loader's results that tell of a file written by a newer version.
 long const kNewerUnreadable = -8;
 long const kNewerRead = 3;
@@ -102,7 +105,8 @@ void Manage(du::SmartPtr<qzk::Kernel> const& kernel, dom::ManagedObject* object)
 
 CompareScene::CompareScene(du::SmartPtr<qzk::ecad::CompareScene> const& scene,
                            unsigned int highlightColor)
-    : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor) {}
+    : BaseScene(du::SmartPtr<qzk::ecad::BaseScene>(scene), highlightColor),
+      imageGridColor(kImageGridColor, true) {}
 
 // The links of the loader events and the wait were cut with the scene's others.
 CompareScene::~CompareScene() {

@@ -8,14 +8,24 @@
 //
 // The loader's completions and the entry's reach the scene through SceneLinks, cut when the
 // scene ends, so a completion that arrives late finds nothing to call.
+//
+// Beside its own drawing, every compare scene shows the image difference cells and grids a host
+// hands it, as overlays of the kernel scene. The host picks the ids and keeps track of its cells;
+// the scene remembers only the grids, under the host's grid number. None of these operations
+// locks, posts or can be undone: a host keeps its calls to them apart. Once the scene has ended
+// they reach no kernel scene and do nothing there.
 #pragma once
 
 #include "component/ComponentExport.h"
+#include "dg/Color.h"
 #include "du/SmartPtr.h"
 #include "du/Symbol.h"
+#include "du/Types.h"
 #include "scene/BaseScene.h"
 
 #include <atomic>
+#include <map>
+#include <string>
 
 namespace qzk {
 class EcadDesign;
@@ -56,6 +66,37 @@ public:
     // either design loads hears of it by the notice instead of a replay.
     bool _IsLoadInProgress() const { return designLoading[0] || designLoading[1]; }
 
+    // Image difference cells and grids.
+    //
+    // A cell or grid is a picture overlay with the given id, made in overlay mode 1 whichever
+    // it is, its grid flag (kindOneFlag) telling which; a grid is also entered in the grid map
+    // under gridNumber, unless the number is taken, in which case the map keeps the former id
+    // and the new grid lives on unmapped. The grid colour isn't applied: the grid takes color.
+    // What the parameter, the mode and the flag do to the drawing is the kernel's.
+    void AddImageDiffCellOrGrid(uint64 id, du::SmartPtr<qz2d::ecad::Design> const& design,
+                                dg::Color const& color, std::string const& name,
+                                unsigned int parameter, bool isGrid, int gridNumber, bool visible);
+    // Removes the overlay, cell or grid alike; the grid map keeps an entry for it. 0 is none.
+    void RemoveImageCell(uint64 id);
+    // Unlike the other cell operations, 0 is looked up like any id.
+    void SetCellColor(uint64 id, dg::Color const& color);
+    void SetImageDiffCellVisibility(uint64 id, bool visible);
+    bool IsGridExist(int gridNumber) const;
+    // Sets, despite its name, the grid's visibility. An unknown number is entered with the id
+    // 0, so that IsGridExist says true for it from then on (RemoveImageGrids then asks the
+    // kernel to remove the overlay 0).
+    void ToggleImageGrid(int gridNumber, bool visible);
+    // Hides every mapped grid; the map and the visibility state stay.
+    void HideImageGrids();
+    // Removes every mapped grid and empties the map.
+    void RemoveImageGrids();
+    // Stores the colour and gives it to every mapped grid.
+    void SetImageGridColor(dg::Color const& color);
+    dg::Color const& GetImageGridColor() const { return imageGridColor; }
+    // A flag kept for the host; no overlay depends on it.
+    bool GetGridVisibilityState() const { return gridVisibilityState; }
+    void ToggleGridVisibilityState() { gridVisibilityState = !gridVisibilityState; }
+
 protected:
     // highlightColor: the colour word new highlights take.
     CompareScene(du::SmartPtr<qzk::ecad::CompareScene> const& scene, unsigned int highlightColor);
@@ -81,6 +122,10 @@ protected:
     du::SmartPtr<qzk::ecad::EcadDesignData> designData[2];
     du::SmartPtr<qzloader::EcadDesignLoaderEvent> loaderEvent[2];
     bool designLoading[2] = {false, false};
+    // Grid number to overlay id; unguarded, like the two fields beside it.
+    std::map<int, uint64> imageGridMap;
+    dg::Color imageGridColor;
+    bool gridVisibilityState = true;
     du::SmartPtr<WaitForLoadEvent> waitEvent;
 
 private:

@@ -3,6 +3,7 @@
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
 #include "compare/PCBSchCompareScene.h"
+#include "compare/SchematicCompareScene.h"
 #include "du/FileSpec.h"
 #include "qzk/ClassType.h"
 #include "qzk/EcadDesign.h"
@@ -13,6 +14,7 @@
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
+#include "qzk/ecad/SchematicCompareScene.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "scene/BaseScene.h"
 #include "schematic/SchematicScene.h"
@@ -101,6 +103,8 @@ SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& world,
         return MakeFromEntry<qzk::ecad::PCBCompareScene, PCBCompareScene>(world, entry);
     case qzk::classid::EcadPCBSchCompareScene:
         return MakeFromEntry<qzk::ecad::PCBSchCompareScene, PCBSchCompareScene>(world, entry);
+    case qzk::classid::EcadSchematicCompareScene:
+        return MakeFromEntry<qzk::ecad::SchematicCompareScene, SchematicCompareScene>(world, entry);
     default:
         return nullptr;
     }
@@ -122,6 +126,9 @@ du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
             world, firstInstance, firstSource, secondInstance, secondSource);
     case qzk::classid::EcadPCBSchCompareScene:
         return MakePair<qzk::ecad::PCBSchCompareScene, PCBSchCompareScene>(
+            world, firstInstance, firstSource, secondInstance, secondSource);
+    case qzk::classid::EcadSchematicCompareScene:
+        return MakePair<qzk::ecad::SchematicCompareScene, SchematicCompareScene>(
             world, firstInstance, firstSource, secondInstance, secondSource);
     default:
         return nullptr;

@@ -37,11 +37,13 @@ std::string Look(qzk::ecad::CompareColorVis const& row) {
 CompareSession::Entry<CompareSession> const CompareSession::kCommands[] = {
     {"scheme", &CompareSession::Scheme},
     {"row", &CompareSession::Row},
+    {"cell", &CompareSession::Cell},
+    {"grid", &CompareSession::Grid},
 };
 
 CompareSession::CompareSession(qzkapp::ecad::PCBCompareScene& api,
                                du::SmartPtr<qzk::ecad::PCBCompareScene> scene, std::FILE* out)
-    : ScriptRunner(out), api_(api), scene_(std::move(scene)) {}
+    : ScriptRunner(out), api_(api), scene_(std::move(scene)), images_(api_, *scene_) {}
 
 std::vector<std::string> CompareSession::CommandNames() {
     return NamesOf(kCommands);
@@ -78,6 +80,14 @@ bool CompareSession::Scheme(Call const& call) {
     }
     qzk::RecordOperation(op);
     return true;
+}
+
+bool CompareSession::Cell(Call const& call) {
+    return images_.Cell(call);
+}
+
+bool CompareSession::Grid(Call const& call) {
+    return images_.Grid(call);
 }
 
 bool CompareSession::Row(Call const& call) {
@@ -130,11 +140,21 @@ bool CompareSession::Row(Call const& call) {
 }
 
 std::vector<std::string> CompareSession::QueryNames() {
-    return {"row-count", "row", "designs", "undo", "redo"};
+    std::vector<std::string> names = ImageDiffCommands::QueryNames();
+    for (char const* name : {"row-count", "row", "designs", "undo", "redo"}) {
+        names.emplace_back(name);
+    }
+    return names;
 }
 
 std::optional<std::string> CompareSession::Query(std::vector<std::string> const& words,
                                                  std::string& error) const {
+    if (auto image = images_.Query(words, error)) {
+        return image;
+    }
+    if (!error.empty()) {
+        return std::nullopt;
+    }
     std::string const name = words.empty() ? std::string() : words[0];
     qzk::ecad::CompareColorVisPtrVec rows;
     api_.GetColorVisInfo(rows);
@@ -168,7 +188,8 @@ std::optional<std::string> CompareSession::Query(std::vector<std::string> const&
     if (name == "redo" && words.size() == 1) {
         return std::to_string(qzref::UndoControl::GetRedoCount());
     }
-    error = "one of: row-count, row KEYS, designs, undo, redo";
+    error = "one of: row-count, row KEYS, designs, undo, redo, cells, grid NUMBER, grid-color, "
+            "grid-state";
     return std::nullopt;
 }
 

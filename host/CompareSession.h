@@ -1,8 +1,9 @@
 // A scripted session on a board compare scene: the compare rows, by the fixed schemes and row by
-// row, each change one undoable operation as a viewer's user action is. docs/sessions.md is the
-// language.
+// row, each change one undoable operation as a viewer's user action is, and the image difference
+// cells and grids every compare scene shows. docs/sessions.md is the language.
 #pragma once
 
+#include "ImageDiffCommands.h"
 #include "ScriptRunner.h"
 #include "du/SmartPtr.h"
 
@@ -43,6 +44,8 @@ private:
 
     bool Scheme(Call const& call);
     bool Row(Call const& call);
+    bool Cell(Call const& call);
+    bool Grid(Call const& call);
 
     // The row's index in rows, by its keys as "Rows" prints them ("3,33|3,33", "-|6,1001").
     static std::optional<std::size_t> FindRow(qzk::ecad::CompareColorVisPtrVec const& rows,
@@ -50,6 +53,7 @@ private:
 
     qzkapp::ecad::PCBCompareScene& api_;
     du::SmartPtr<qzk::ecad::PCBCompareScene> scene_;
+    ImageDiffCommands images_;
 };
 
 } // namespace qzhost

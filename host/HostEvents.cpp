@@ -165,4 +165,28 @@ void BoardSchematicHostEvents::OnSchDrawOrderChanged() {
     Print("schematic draw order changed");
 }
 
+SchematicCompareHostEvents::SchematicCompareHostEvents(bool print) : EventLog(print) {}
+
+SchematicCompareHostEvents::~SchematicCompareHostEvents() {
+    DetachFromMessageLoop();
+}
+
+void SchematicCompareHostEvents::OnDrawOrderChanged() {
+    Print("draw order changed");
+}
+void SchematicCompareHostEvents::OnGroupColorVisChanged(unsigned int source) {
+    Print("group colours changed (source %u)", source);
+}
+void SchematicCompareHostEvents::OnDesignLoaded(bool second, unsigned short error,
+                                                du::Symbol const& text) {
+    Print("%s design:", second ? "second" : "first");
+    Loaded(error, text);
+}
+void SchematicCompareHostEvents::OnSublayerColorVisChanged(unsigned int source) {
+    Print("compare rows changed (source %u)", source);
+}
+void SchematicCompareHostEvents::OnPageChanged(unsigned int page) {
+    Print("sheet %u", page);
+}
+
 } // namespace qzhost

@@ -5,6 +5,7 @@
 #include "board/PCBSceneObserver.h"
 #include "compare/PCBCompareSceneObserver.h"
 #include "compare/PCBSchCompareSceneObserver.h"
+#include "compare/SchematicCompareSceneObserver.h"
 #include "schematic/SchematicSceneObserver.h"
 
 #include <string>
@@ -94,6 +95,21 @@ public:
     void OnSchSublayerColorVisChanged(unsigned int source) override;
     void OnPcbDrawOrderChanged() override;
     void OnSchDrawOrderChanged() override;
+};
+
+// A schematic compare tells the end of each design's load and the sheet that became current.
+class SchematicCompareHostEvents : public qzkapp::ecad::SchematicCompareSceneObserver,
+                                   public EventLog {
+public:
+    explicit SchematicCompareHostEvents(bool print);
+    ~SchematicCompareHostEvents() override;
+
+    void DetachObserver() override {}
+    void OnDrawOrderChanged() override;
+    void OnGroupColorVisChanged(unsigned int source) override;
+    void OnDesignLoaded(bool second, unsigned short error, du::Symbol const& text) override;
+    void OnSublayerColorVisChanged(unsigned int source) override;
+    void OnPageChanged(unsigned int page) override;
 };
 
 } // namespace qzhost

@@ -1,16 +1,12 @@
 #include "SchematicSession.h"
 
-#include "dg/Location.h"
 #include "qzk/Operation.h"
 #include "qzk/ecad/BaseView.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicView.h"
-#include "qzref/Inspect.h"
 #include "qzref/Renderer.h"
 #include "schematic/SchematicScene.h"
-
-#include <sstream>
 
 namespace qzhost {
 
@@ -24,12 +20,6 @@ std::string Narrow(wchar_t const* text) {
     return out;
 }
 
-std::string Number(double value) {
-    std::ostringstream out;
-    out << value;
-    return out.str();
-}
-
 } // namespace
 
 SchematicSession::Entry<SchematicSession> const SchematicSession::kCommands[] = {
@@ -41,7 +31,10 @@ SchematicSession::Entry<SchematicSession> const SchematicSession::kCommands[] = 
 SchematicSession::SchematicSession(qzkapp::ecad::SchematicScene& api,
                                    du::SmartPtr<qzk::ecad::SchematicScene> scene,
                                    du::SmartPtr<qzk::ecad::SchematicView> view, std::FILE* out)
-    : ScriptRunner(out), api_(api), scene_(std::move(scene)), view_(std::move(view)) {}
+    : ScriptRunner(out), api_(api), scene_(std::move(scene)), view_(std::move(view)),
+      sheets_(
+          api_, du::SmartPtr<qzk::ecad::BaseView>(view_), [this] { return SheetCount(); },
+          [this](unsigned int sheet) { return SheetName(sheet); }) {}
 
 std::vector<std::string> SchematicSession::CommandNames() {
     return NamesOf(kCommands);
@@ -61,71 +54,12 @@ std::string SchematicSession::SheetName(unsigned int sheet) const {
     return data != nullptr ? data->GetSheetName(sheet) : std::string();
 }
 
-bool SchematicSession::SheetNumber(Call const& call, std::size_t word, short& out) const {
-    long long sheet = 0;
-    if (!ToInt(call.words[word].text, 0, 32767, sheet)) {
-        return call.Fail(word,
-                         "expected a sheet number from 0, not '" + call.words[word].text + "'");
-    }
-    if (static_cast<unsigned long long>(sheet) >= SheetCount()) {
-        return call.Fail(word, "no sheet " + call.words[word].text + "; the design has " +
-                                   std::to_string(SheetCount()));
-    }
-    out = static_cast<short>(sheet);
-    return true;
-}
-
 bool SchematicSession::Sheet(Call const& call) {
-    char const* const usage = "go SHEET, preview SHEET or preview end";
-    if (!call.Count(2, 2, usage)) {
-        return false;
-    }
-    std::string const& verb = call.words[1].text;
-    du::SmartPtr<qzk::ecad::BaseView> const view(view_);
-    if (verb == "go") {
-        short sheet = 0;
-        if (!SheetNumber(call, 2, sheet)) {
-            return false;
-        }
-        api_.PageNav(sheet, view);
-        return true;
-    }
-    if (verb == "preview") {
-        short sheet = -1;
-        if (call.words[2].text != "end" && !SheetNumber(call, 2, sheet)) {
-            return false;
-        }
-        // A negative sheet ends the preview.
-        api_.PreviewPageNav(sheet, view);
-        return true;
-    }
-    return call.Fail(1, std::string("expected ") + usage + ", not '" + verb + "'");
+    return sheets_.Sheet(call);
 }
 
 bool SchematicSession::Pan(Call const& call) {
-    if (!call.Count(3, 3, "X Y WIDTH (millimetres)")) {
-        return false;
-    }
-    double values[3] = {};
-    for (std::size_t i = 1; i <= 3; ++i) {
-        try {
-            std::size_t used = 0;
-            values[i - 1] = std::stod(call.words[i].text, &used);
-            if (used != call.words[i].text.size()) {
-                throw std::invalid_argument("trailing");
-            }
-        } catch (std::exception const&) {
-            return call.Fail(i, "expected a number, not '" + call.words[i].text + "'");
-        }
-    }
-    if (!(values[2] > 0.0)) {
-        return call.Fail(3, "expected a width above 0, not '" + call.words[3].text + "'");
-    }
-    // What the user's pan and zoom does to the view; the layer reads it back when the sheet
-    // changes.
-    view_->StoreLocation(dg::Location(dg::DPoint2D(values[0], values[1]), values[2]));
-    view_->SetOrthoWidth(values[2]);
-    return true;
+    return sheets_.Pan(call);
 }
 
 bool SchematicSession::Sublayer(Call const& call) {
@@ -167,30 +101,16 @@ bool SchematicSession::Sublayer(Call const& call) {
 }
 
 std::vector<std::string> SchematicSession::QueryNames() {
-    return {"sheets", "sheet", "view", "sublayer"};
+    std::vector<std::string> names = SheetCommands::QueryNames();
+    names.emplace_back("sublayer");
+    return names;
 }
 
 std::optional<std::string> SchematicSession::Query(std::vector<std::string> const& words,
                                                    std::string& error) const {
     std::string const name = words.empty() ? std::string() : words[0];
-    if (name == "sheets" && words.size() == 1) {
-        std::string out;
-        for (unsigned int sheet = 0; sheet < SheetCount(); ++sheet) {
-            out += (out.empty() ? "" : ", ") + std::to_string(sheet) + " " + SheetName(sheet);
-        }
-        return out.empty() ? "none" : out;
-    }
-    if (name == "sheet" && words.size() == 1) {
-        unsigned int const sheet = qzref::Inspect(*view_).GetPage();
-        return std::to_string(sheet) + " " + SheetName(sheet);
-    }
-    if (name == "view" && words.size() == 1) {
-        dg::Location const location = qzref::Inspect(*view_).GetLocation();
-        double width = 0.0;
-        view_->GetOrthoWidth(width);
-        return "sheet " + std::to_string(qzref::Inspect(*view_).GetPage()) + " centre " +
-               Number(location.center.x) + " " + Number(location.center.y) + " width " +
-               Number(width);
+    if (auto sheet = sheets_.Query(words)) {
+        return sheet;
     }
     if (name == "sublayer" && words.size() == 2) {
         long long layer = 0;
@@ -209,8 +129,8 @@ std::optional<std::string> SchematicSession::Query(std::vector<std::string> cons
 }
 
 bool SchematicSession::RenderTo(std::string const& path, std::string& why) const {
-    return qzref::Renderer::RenderSheet(*scene_, qzref::Inspect(*view_).GetPage(),
-                                        qzref::Renderer::View(), path, why);
+    return qzref::Renderer::RenderSheet(*scene_, sheets_.ShownSheet(), qzref::Renderer::View(),
+                                        path, why);
 }
 
 std::string SchematicSession::Rows() const {

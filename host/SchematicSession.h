@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ScriptRunner.h"
+#include "SheetCommands.h"
 #include "du/SmartPtr.h"
 
 #include <cstdio>
@@ -47,14 +48,13 @@ private:
     bool Pan(Call const& call);
     bool Sublayer(Call const& call);
 
-    // The sheet number words[word] names; fails on one the design does not have.
-    bool SheetNumber(Call const& call, std::size_t word, short& out) const;
     unsigned int SheetCount() const;
     std::string SheetName(unsigned int sheet) const;
 
     qzkapp::ecad::SchematicScene& api_;
     du::SmartPtr<qzk::ecad::SchematicScene> scene_;
     du::SmartPtr<qzk::ecad::SchematicView> view_;
+    SheetCommands sheets_;
 };
 
 } // namespace qzhost

@@ -52,7 +52,8 @@ public:
     // Draws the scene as it stands to a PNG or SVG file; false with why.
     virtual bool RenderTo(std::string const& path, std::string& why) const;
 
-protected:
+    // One script line as a command sees it; shared command helpers (SheetCommands.h,
+    // ImageDiffCommands.h) take it too.
     struct Call {
         std::vector<ScriptWord> const& words; // words[0] is the command
         std::string& why;
@@ -61,7 +62,6 @@ protected:
         bool Count(std::size_t least, std::size_t most, char const* usage) const;
     };
 
-public:
     // A kind of scene's table of commands.
     template <class SessionT> struct Entry {
         char const* name;

@@ -12,11 +12,13 @@
 #include "CompareSession.h"
 #include "HostEvents.h"
 #include "SceneKind.h"
+#include "SchematicCompareSession.h"
 #include "SchematicSession.h"
 #include "Session.h"
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
 #include "compare/PCBSchCompareScene.h"
+#include "compare/SchematicCompareScene.h"
 #include "component/EntryPoints.h"
 #include "qzk/Instance.h"
 #include "qzk/ViewableSource.h"
@@ -26,6 +28,8 @@
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/PCBView.h"
+#include "qzk/ecad/SchematicCompareScene.h"
+#include "qzk/ecad/SchematicCompareView.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicView.h"
@@ -254,6 +258,20 @@ int RunBoardSchematic(qzkapp::SceneApiFactory& factory, Options const& options,
     });
 }
 
+// Two schematics are seen through one view with a page per sheet of the longer one, made once
+// both are known; its session goes from sheet to sheet and changes the compare records.
+int RunSchematicCompare(qzkapp::SceneApiFactory& factory, Options const& options,
+                        du::SmartPtr<qzk::ecad::SchematicCompareScene> const& scene,
+                        JournalPrinter& journal) {
+    // Kind 161 always wraps a schematic compare scene of the layer.
+    auto* api = static_cast<qzkapp::ecad::SchematicCompareScene*>(scene->GetApiScene());
+    return RunScene<qzhost::SchematicCompareHostEvents>(options, *api, journal, [&] {
+        auto view = qzk::ecad::SchematicCompareView::Create(*scene, api->GetNumSheets());
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(view));
+        return std::make_unique<qzhost::SchematicCompareSession>(*api, scene, view, stdout);
+    });
+}
+
 int Open(qzkapp::SceneApiFactory& factory, Options options) {
     options.design = Resolve(options.design);
     std::string error;
@@ -304,6 +322,8 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
         status = RunBoardCompare(factory, options, compare, journal);
     } else if (auto pair = du::DynamicCast<qzk::ecad::PCBSchCompareScene>(created)) {
         status = RunBoardSchematic(factory, options, pair, journal);
+    } else if (auto schematics = du::DynamicCast<qzk::ecad::SchematicCompareScene>(created)) {
+        status = RunSchematicCompare(factory, options, schematics, journal);
     } else {
         status = Fail("the host has no session commands for scene kind " + std::to_string(*kind) +
                       " yet");

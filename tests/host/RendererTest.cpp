@@ -425,4 +425,17 @@ TEST_F(ComparePictureTest, EachRowInItsCompareColourAndOnlyWhatItsModeShows) {
     EXPECT_EQ(Colours(), colours) << "every change undone gives the first picture back";
 }
 
+TEST_F(ComparePictureTest, ImageDifferenceCellsAndGridsGoAlongTheFoot) {
+    // Cyan, a colour no row has: the cell's frame and half its checker.
+    unsigned int const cyan = 0x00FFFF;
+    EXPECT_EQ(Colours().count(cyan), 0u);
+    Run("cell add 4 0x01FFFF00 diff\n");
+    EXPECT_GT(Colours()[cyan], 100);
+    Run("cell visible 4 no\ngrid add 1 5 0x01FFFF00 grid\n");
+    int const grid = Colours()[cyan];
+    EXPECT_GT(grid, 100);
+    Run("grid hide-all\n");
+    EXPECT_EQ(Colours().count(cyan), 0u);
+}
+
 } // namespace

@@ -1,5 +1,5 @@
-// Draws a board scene's state, or a schematic scene's sheet, as a picture: the reference
-// kernel's stand-in for a view.
+// Draws a board scene's state, two boards compared, a schematic scene's sheet, or a sheet of two
+// schematics compared, as a picture: the reference kernel's stand-in for a view.
 //
 // What is drawn is what the kernel scene was told by the scene layer: the draw order (first
 // entry painted first), each sublayer's colour and visibility, the looks of the appearance layers
@@ -14,6 +14,7 @@ namespace qzk::ecad {
 class PCBCompareScene;
 class PCBScene;
 class PCBSchCompareScene;
+class SchematicCompareScene;
 class SchematicScene;
 } // namespace qzk::ecad
 
@@ -36,7 +37,8 @@ public:
     // sublayer and the second board's on its second, at the boards' own coordinates, the second
     // over the first. A sublayer only one board has comes in that side's colour, a pair in the
     // common colour. The row's mode leaves out what it does not show (first only, second only,
-    // common only, differences only), and the dimmed-common mode draws pairs at a quarter.
+    // common only, differences only), and the dimmed-common mode draws pairs at a quarter. The
+    // image difference cells and grids go in the strip along the foot.
     static bool RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const& view,
                               std::string const& path, std::string& error);
     // One sheet of a schematic scene: the objects on that sheet, layers in the scene's draw
@@ -48,6 +50,14 @@ public:
     // schematic's draw order and colours.
     static bool RenderBoardSchematic(qzk::ecad::PCBSchCompareScene const& scene, unsigned int sheet,
                                      View const& view, std::string const& path, std::string& error);
+    // One sheet of a schematic compare scene, both designs at once: an object that both designs
+    // have on the sheet (the same kind, name and layer) in its layer's common colour, one only
+    // the first has in the first colour, one only the second has in the second colour, each
+    // layer as its compare record says (0xFFFFFFFF: the layer's own schematic colour). The
+    // image difference cells and grids on view go in the strip along the foot.
+    static bool RenderCompareSheet(qzk::ecad::SchematicCompareScene const& scene,
+                                   unsigned int sheet, View const& view, std::string const& path,
+                                   std::string& error);
 };
 
 } // namespace qzref

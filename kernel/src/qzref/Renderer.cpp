@@ -8,13 +8,16 @@
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
+#include "qzk/ecad/SchematicCompareScene.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
+#include "qzk/ecad/SublayerEcad.h"
 #include "qzk/ecad/SublayerPCBCompareCV.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 #include "qzref/DesignObject.h"
 #include "qzref/Inspect.h"
 #include "qzref/OverlayInspector.h"
+#include "qzref/SchematicCompareSceneInspector.h"
 #include "qzref/ViewInspector.h"
 
 #include <cairo-svg.h>
@@ -30,6 +33,8 @@
 #include <numbers>
 #include <optional>
 #include <set>
+#include <string>
+#include <tuple>
 #include <vector>
 
 namespace qzref {
@@ -349,10 +354,22 @@ std::vector<Stroke> BoardStrokes(std::vector<DesignObject*> const& objects,
     return strokes;
 }
 
-// The objects of one sheet; a pin lies on its symbol's sheet.
-std::vector<DesignObject*> ObjectsOnSheet(qzk::ecad::SchematicData const& schematic,
-                                          unsigned int sheet) {
-    std::vector<DesignObject*> const objects = ObjectsOf(schematic);
+// The strip along the foot of a compare's picture: its visible picture overlays, the image
+// difference cells and grids among them, each framed in its colour.
+Extras PictureStrip(qzk::ecad::BaseScene const& scene) {
+    Extras extras;
+    for (auto const& overlay : qzref::Inspect(scene).GetOverlays()) {
+        auto const inspector = qzref::Inspect(*overlay);
+        if (auto const picture = inspector.GetPicture(); picture && inspector.IsVisible()) {
+            extras.pictures.push_back(
+                {picture, FromWord(inspector.GetColorWord()), overlay->overlayKind == 2});
+        }
+    }
+    return extras;
+}
+
+// The objects that lie on the sheet; a pin lies on its symbol's sheet.
+std::vector<DesignObject*> OnSheet(std::vector<DesignObject*> const& objects, unsigned int sheet) {
     auto const sheetOf = [](DesignObject const* object) {
         while (object->sheet == 0xFFFFFFFF && object->owner != nullptr) {
             object = object->owner;
@@ -363,6 +380,12 @@ std::vector<DesignObject*> ObjectsOnSheet(qzk::ecad::SchematicData const& schema
     std::copy_if(objects.begin(), objects.end(), std::back_inserter(onSheet),
                  [&](DesignObject const* object) { return sheetOf(object) == sheet; });
     return onSheet;
+}
+
+// The objects of one sheet of a schematic.
+std::vector<DesignObject*> ObjectsOnSheet(qzk::ecad::SchematicData const& schematic,
+                                          unsigned int sheet) {
+    return OnSheet(ObjectsOf(schematic), sheet);
 }
 
 // A sheet's objects in the draw order of layers, each in its layer's colour, hidden layers left
@@ -527,7 +550,7 @@ bool Renderer::RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const
     }
     std::vector<DesignObject*> extent(objects[0]);
     extent.insert(extent.end(), objects[1].begin(), objects[1].end());
-    return Paint(strokes, extent, view, path, error);
+    return Paint(strokes, extent, view, path, error, PictureStrip(scene));
 }
 
 bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
@@ -609,6 +632,80 @@ bool Renderer::RenderBoardSchematic(qzk::ecad::PCBSchCompareScene const& scene, 
         cairo_line_to(cr, left.width + 0.5, view.height);
         cairo_stroke(cr);
     });
+}
+
+bool Renderer::RenderCompareSheet(qzk::ecad::SchematicCompareScene const& scene, unsigned int sheet,
+                                  View const& view, std::string const& path, std::string& error) {
+    // The two designs' objects on the sheet; either design may have fewer sheets.
+    std::vector<DesignObject*> sides[2];
+    bool any = false;
+    for (int index = 0; index < 2; ++index) {
+        du::SmartPtr<qzk::EcadDesign> design;
+        scene.GetEcadDesign(design, index);
+        auto const data = design ? design->GetEcadDesignData() : nullptr;
+        auto const* schematic = dynamic_cast<qzk::ecad::SchematicData const*>(data.Get());
+        if (schematic == nullptr) {
+            error = "the scene holds no two loaded schematics";
+            return false;
+        }
+        if (sheet < schematic->GetNumSheets()) {
+            any = true;
+            sides[index] = OnSheet(ObjectsOf(*schematic), sheet);
+        }
+    }
+    if (!any) {
+        error = "no sheet " + std::to_string(sheet);
+        return false;
+    }
+    if (!Valid(view, error)) {
+        return false;
+    }
+    // What makes two objects the same one: their kind, name and layer.
+    using Key = std::tuple<int, std::string, short>;
+    auto const keyOf = [](DesignObject const* object) {
+        return Key{object->type, object->name, object->sublayer};
+    };
+    std::set<Key> keys[2];
+    for (int index = 0; index < 2; ++index) {
+        for (DesignObject const* object : sides[index]) {
+            keys[index].insert(keyOf(object));
+        }
+    }
+    auto const looks = LooksOf(scene);
+    auto const records = qzref::Inspect(scene).GetSublayerColorVisInfo();
+    // Common objects first, then each design's own, so that differences come out on top.
+    enum Side { Common, FirstOnly, SecondOnly };
+    std::vector<Stroke> strokes;
+    for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
+        auto const record = records.find(layer);
+        if (record == records.end() || !record->second || !record->second->visible) {
+            continue;
+        }
+        qzk::ecad::SublayerEcad own(layer);
+        qzk::ecad::SublayerEcad::GetDefaultSchematicColorVis(own);
+        auto const colourOf = [&](unsigned int word) {
+            return word == 0xFFFFFFFF ? own.color : word;
+        };
+        unsigned int const colours[3] = {colourOf(record->second->commonColor),
+                                         colourOf(record->second->firstColor),
+                                         colourOf(record->second->secondColor)};
+        for (Side const side : {Common, FirstOnly, SecondOnly}) {
+            int const index = side == SecondOnly ? 1 : 0;
+            for (DesignObject* object : sides[index]) {
+                bool const inOther = keys[1 - index].count(keyOf(object)) != 0;
+                if (object->sublayer != layer || (side == Common) != inOther) {
+                    continue;
+                }
+                unsigned int word = colours[side];
+                LookOf(looks, object, word);
+                strokes.push_back({object, FromWord(word)});
+            }
+        }
+    }
+    // The frame is the whole sheet of both designs, whatever is hidden.
+    std::vector<DesignObject*> extent = sides[0];
+    extent.insert(extent.end(), sides[1].begin(), sides[1].end());
+    return Paint(strokes, extent, view, path, error, PictureStrip(scene));
 }
 
 } // namespace qzref
