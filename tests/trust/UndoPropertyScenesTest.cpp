@@ -1,10 +1,13 @@
 // The undo property on the other scene kinds: a schematic (its layer colours and visibility,
-// sheets changed between the changes) and a board compare (its rows by colour, visibility and
-// show mode, the colour schemes, isolation and rotation), each with the highlights, groups, draw
+// sheets changed between the changes), a board compare (its rows by colour, visibility and show
+// mode, the colour schemes, isolation and rotation) and a schematic compare (its records, between
+// sheet changes), each with the highlights, groups, draw
 // order and selection every scene has. The long form takes the same variables as the board's:
 //     QZ_PROPERTY_OPS=100000 QZ_PROPERTY_SEED=7 build/tests/trust_tests --gtest_filter='*Scenes*'
 #include "compare/PCBCompareScene.h"
 #include "compare/PCBCompareSceneObserver.h"
+#include "compare/SchematicCompareScene.h"
+#include "compare/SchematicCompareSceneObserver.h"
 #include "component/EntryPoints.h"
 #include "qzk/Instance.h"
 #include "qzk/Operation.h"
@@ -15,6 +18,8 @@
 #include "qzk/ecad/EcadDesignData.h"
 #include "qzk/ecad/GroupCVInfoSet.h"
 #include "qzk/ecad/PCBCompareScene.h"
+#include "qzk/ecad/SchematicCompareScene.h"
+#include "qzk/ecad/SchematicCompareView.h"
 #include "qzk/ecad/SchematicScene.h"
 #include "qzk/ecad/SchematicView.h"
 #include "qzk/ecad/SelectionItem.h"
@@ -509,6 +514,103 @@ private:
     du::SmartPtr<CompareListener> listener_ = du::MakeCounted<CompareListener>();
 };
 
+class SchematicCompareListener : public qzkapp::ecad::SchematicCompareSceneObserver {
+public:
+    ~SchematicCompareListener() override { DetachFromMessageLoop(); }
+    void DetachObserver() override {}
+};
+
+// The sample schematic against its revision B, through one view of the longer one's sheets.
+class SchematicCompare
+    : public SubjectBase<qzkapp::ecad::SchematicCompareScene, qzk::ecad::SchematicCompareScene> {
+public:
+    enum Own { RecordColour = kCommonKinds, RecordVisible, RecordMode, Sheet };
+    static std::vector<char const*> Names() {
+        static char const* const own[] = {"record-colour", "record-visible", "record-mode",
+                                          "sheet"};
+        return WithCommon(own);
+    }
+
+    explicit SchematicCompare(qzkapp::SceneApiFactory& factory) {
+        scene_ = du::DynamicCast<qzk::ecad::SchematicCompareScene>(factory.CreateScene(
+            qzk::World::GetWorld(), qzk::Instance::Create("first"),
+            qzk::ViewableSource::Create(
+                du::Symbol(QZ_EXAMPLES_DIR "/designs/three-sheet-schematic.json")),
+            qzk::Instance::Create("second"),
+            qzk::ViewableSource::Create(
+                du::Symbol(QZ_EXAMPLES_DIR "/designs/three-sheet-schematic-rev-b.json")),
+            161));
+        if (!scene_) {
+            return;
+        }
+        api_ = static_cast<qzkapp::ecad::SchematicCompareScene*>(scene_->GetApiScene());
+        api_->RegisterObserver(*listener_);
+        qzref::LoaderControl::WaitUntilIdle();
+        Messages::PumpUntilIdle();
+        view_ = qzk::ecad::SchematicCompareView::Create(*scene_, api_->GetNumSheets());
+        factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene_), du::SmartPtr<qzk::View>(view_));
+        Start(api_->GetFirstDesignData(), {"U1", "C1", "U2", "Q1", "M1", "GND", "5V", "PWM"});
+    }
+    ~SchematicCompare() {
+        if (api_ != nullptr) {
+            api_->UnregisterObserver(*listener_);
+        }
+        if (view_) {
+            scene_->RemoveView(du::SmartPtr<qzk::View>(view_.Get()));
+        }
+    }
+
+    void Run(Op const& op) {
+        if (op.kind < kCommonKinds) {
+            RunCommon(op);
+            return;
+        }
+        auto& api = *api_;
+        if (op.kind == Sheet) {
+            api.PageNav(static_cast<short>(op.a % std::max(1U, api.GetNumSheets())),
+                        du::SmartPtr<qzk::ecad::BaseView>(view_));
+            return;
+        }
+        // The scene shares its records: a change goes to a copy, as a colour panel's does.
+        qzkapp::ecad::SchematicCompareScene::CompareMap records;
+        api.GetSublayerColorVisInfo(records);
+        auto it = records.begin();
+        std::advance(it, op.a % records.size());
+        du::SmartPtr<qzk::ecad::CompareColorVis> const changed = it->second->Clone();
+        if (op.kind == RecordVisible) {
+            changed->visible = !changed->visible;
+        } else if (op.kind == RecordMode) {
+            changed->showMode = static_cast<qzk::ecad::CompareColorVis::ShowMode>(op.b % 7);
+        } else {
+            unsigned int const word = 0x01000000u | (op.b & 0xFFFFFFu);
+            (op.b % 3 == 0 ? changed->firstColor
+                           : (op.b % 3 == 1 ? changed->secondColor : changed->commonColor)) = word;
+        }
+        it->second = changed;
+        Recorded([&](auto const& o) {
+            api.SetSublayerColorVisInfo(records, o, qzkapp::ecad::ChangeSourceScene);
+        });
+    }
+
+    std::string Snapshot() const {
+        std::ostringstream out;
+        CommonSnapshot(out);
+        for (auto const& [layer, record] : qzref::Inspect(*scene_).GetSublayerColorVisInfo()) {
+            out << "kernel record " << layer << " " << RowLine(record.Get()) << "\n";
+        }
+        qzkapp::ecad::SchematicCompareScene::CompareMap records;
+        api_->GetSublayerColorVisInfo(records);
+        for (auto const& [layer, record] : records) {
+            out << "scene record " << layer << " " << RowLine(record.Get()) << "\n";
+        }
+        return out.str();
+    }
+
+private:
+    du::SmartPtr<SchematicCompareListener> listener_ = du::MakeCounted<SchematicCompareListener>();
+    du::SmartPtr<qzk::ecad::SchematicCompareView> view_;
+};
+
 class UndoPropertyScenes : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -543,6 +645,10 @@ TEST_F(UndoPropertyScenes, SchematicLayersGroupsHighlightsAndDrawOrderBetweenShe
 
 TEST_F(UndoPropertyScenes, BoardCompareRowsSchemesIsolationAndRotation) {
     ExpectOn<BoardCompare>();
+}
+
+TEST_F(UndoPropertyScenes, SchematicCompareRecordsBetweenSheetChanges) {
+    ExpectOn<SchematicCompare>();
 }
 
 } // namespace
