@@ -11,6 +11,7 @@
 #include <string>
 
 namespace qzk::ecad {
+class EcadPCBData;
 class PCBScene;
 class SchematicScene;
 } // namespace qzk::ecad
@@ -30,6 +31,22 @@ public:
     // written (no loaded board, an unwritable path).
     static bool Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
                        std::string& error);
+    // A film's own picture, as a film plotter would expose it: a window of width by height
+    // pixels at dpi dots per inch whose lower left corner is (left, bottom) in millimetres, the
+    // film's dark in foreground (0xRRGGBB) on background, edges hard unless antialias. For
+    // comparing with other viewers' exports pixel by pixel.
+    struct FilmView {
+        double dpi = 600;
+        double left = 0;
+        double bottom = 0;
+        int width = 800;
+        int height = 600;
+        unsigned int foreground = 0xFFFFFF;
+        unsigned int background = 0x000000;
+        bool antialias = false;
+    };
+    static bool RenderFilm(qzk::ecad::EcadPCBData const& film, FilmView const& view,
+                           std::string const& path, std::string& error);
     // One sheet of a schematic scene: the objects on that sheet, layers in the scene's draw
     // order, each in its layer's colour and visibility, with the looks over them.
     static bool RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,
