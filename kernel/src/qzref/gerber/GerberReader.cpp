@@ -119,6 +119,8 @@ public:
         for (;;) {
             SkipSpace();
             if (at_ >= text_.size()) {
+                // Reported at the last command read.
+                command_ = {};
                 Fail("the film ends without M02 (it may be cut short)");
             }
             if (at_ >= nextReport) {
