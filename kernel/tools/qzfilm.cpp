@@ -122,7 +122,8 @@ int Compare(char const* a, char const* b, double least, char const* diff) {
         cairo_surface_write_to_png(shown.get(), diff);
     }
     double const all = 100.0 * static_cast<double>(agree) / (static_cast<double>(w) * h);
-    double const ink = inked == 0 ? 100.0 : 100.0 * static_cast<double>(inkAgree) / inked;
+    double const ink =
+        inked == 0 ? 100.0 : 100.0 * static_cast<double>(inkAgree) / static_cast<double>(inked);
     std::printf("%.3f%% of %d x %d pixels agree; %.3f%% of the dark ones\n", all, w, h, ink);
     return all >= least ? 0 : 1;
 }

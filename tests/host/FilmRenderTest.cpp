@@ -19,9 +19,9 @@ namespace {
 class FilmRenderTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        dir_ = std::filesystem::temp_directory_path() /
-               ("qz-film-test-" +
-                std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
+        dir_ =
+            std::filesystem::temp_directory_path() /
+            ("qz-film-test-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
         std::filesystem::create_directories(dir_);
     }
     void TearDown() override { std::filesystem::remove_all(dir_); }

@@ -67,7 +67,8 @@ bool Covers(DesignShape const& shape, double x, double y) {
 
 TEST(GerberReader, CoordinatesFollowTheFormatAndUnits) {
     // Leading zeros omitted, millimetres; a draw is a line of the circle's width.
-    Drawn const mm = Read(kMm + "%ADD10C,0.25*%\nD10*\nX1500000Y-2000000D02*\nX2500000D01*\nM02*\n");
+    Drawn const mm =
+        Read(kMm + "%ADD10C,0.25*%\nD10*\nX1500000Y-2000000D02*\nX2500000D01*\nM02*\n");
     ASSERT_EQ(mm.shapes.size(), 1u);
     EXPECT_EQ(mm.shapes[0].kind, DesignShape::Line);
     EXPECT_EQ(mm.shapes[0].points, (std::vector<double>{1.5, -2, 2.5, -2}));
@@ -219,15 +220,15 @@ TEST(GerberReader, PolarityStepAndRepeatAndAttributesReachTheShapes) {
         EXPECT_DOUBLE_EQ(dark.points[0], 5.0 * static_cast<double>(k % 2));
         EXPECT_DOUBLE_EQ(dark.points[1], 2.0 * static_cast<double>(k / 2));
         EXPECT_EQ(dark.points[0], clear.points[0]);
-        EXPECT_EQ(drawn.names[2 * k],
-                  (GerberReader::Names{"VCC", "U1", "3", "SMDPad,CuDef"}));
+        EXPECT_EQ(drawn.names[2 * k], (GerberReader::Names{"VCC", "U1", "3", "SMDPad,CuDef"}));
         EXPECT_EQ(drawn.names[2 * k + 1].function, "");
     }
     EXPECT_FALSE(drawn.shapes[12].clear);
     EXPECT_EQ(drawn.names[12], (GerberReader::Names{"VCC", "", "", ""}));
     EXPECT_EQ(drawn.names[13], GerberReader::Names{});
 
-    GerberReader reader("%TF.FileFunction,Copper,L1,Top*%\n" + kMm + "M02*\n");
+    std::string const attributed = "%TF.FileFunction,Copper,L1,Top*%\n" + kMm + "M02*\n";
+    GerberReader reader(attributed);
     reader.Read([](DesignShape&&, GerberReader::Names const&) {});
     EXPECT_EQ(reader.GetFileAttributes().at("FileFunction"), "Copper,L1,Top");
 }
@@ -251,7 +252,8 @@ TEST(GerberReader, MalformedFilmsStopAtTheirLineAndCommand) {
              Case{head + "%ADD11R,1X", 4, "ADD11R,1X", "cut short"},
              Case{head + "D10*\nX123456789Y0D03*\nM02*\n", 5, "X123456789Y0D03",
                   "coordinate X123456789 overflows the format of 2 integer and 6"},
-             Case{"%MOMM*%\n%ADD10C,1*%\nD10*\nX0Y0D03*\nM02*\n", 4, "X0Y0D03", "before the format"},
+             Case{"%MOMM*%\n%ADD10C,1*%\nD10*\nX0Y0D03*\nM02*\n", 4, "X0Y0D03",
+                  "before the format"},
              Case{head + "%AMM*\n1,1,$1x(2*%\n%ADD11M,1*%\nM02*\n", 6, "ADD11M,1", "macro M"},
              Case{head + "%ADD11Q,1*%\nM02*\n", 4, "ADD11Q,1", "no aperture macro"},
          }) {

@@ -185,6 +185,7 @@ DesignShape GerberMacro::Evaluate(std::vector<double> const& parameters, double 
         }
         std::vector<std::string> const fields = Split(statement, ',');
         std::vector<double> v;
+        v.reserve(fields.size());
         for (std::string const& field : fields) {
             v.push_back(Expression(field, variables).Value());
         }

@@ -668,7 +668,7 @@ private:
             }
             return (negative ? -*value : *value) * unit_;
         }
-        auto const width = static_cast<std::size_t>(integer + decimal);
+        auto const width = static_cast<std::size_t>(integer) + static_cast<std::size_t>(decimal);
         if (digits.size() > width) {
             Fail("coordinate " + std::string(word.substr(start - 1, i - start + 1)) +
                  " overflows the format of " + std::to_string(integer) + " integer and " +
