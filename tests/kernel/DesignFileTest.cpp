@@ -8,10 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -236,12 +238,28 @@ TEST(DesignFile, GerberFilmIsOverlayDataNamedByItsAttributes) {
 
 TEST(DesignFile, MalformedFilmNamesTheFileLineAndCommand) {
     TempFile film("bad.gbr", "%FSLAX26Y26*%\n%MOMM*%\n%ADD10C,1*%\nD10*\nX0Y0D03*\nD12*\nM02*\n");
-    auto const read = qzref::ReadDesignFile(film.Path(), {}, "overlay");
-    EXPECT_EQ(read.status, 1);
-    EXPECT_EQ(read.result, -3);
-    EXPECT_FALSE(read.data);
-    EXPECT_EQ(read.errorText,
+    auto const bad = qzref::ReadDesignFile(film.Path(), {}, "overlay");
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_EQ(bad.result, -3);
+    EXPECT_FALSE(bad.data);
+    EXPECT_EQ(bad.errorText,
               film.Path() + ":6: D12: malformed Gerber: aperture D12 is not defined");
+    // A loader cancels a film's read as it does a design's, from its progress callback.
+    std::vector<int> heard;
+    auto const read = qzref::ReadDesignFile(Sample("top-copper.gbr"),
+                                            [&](unsigned char p) { heard.push_back(p); });
+    EXPECT_EQ(read.status, 0) << read.errorText;
+    ASSERT_FALSE(heard.empty());
+    EXPECT_EQ(heard.front(), 0);
+    EXPECT_EQ(heard.back(), 100);
+    EXPECT_TRUE(std::is_sorted(heard.begin(), heard.end()));
+    auto const stopped = qzref::ReadDesignFile(Sample("top-copper.gbr"), [](unsigned char p) {
+        if (p > 10) {
+            throw std::runtime_error("cancelled");
+        }
+    });
+    EXPECT_EQ(stopped.result, -6) << stopped.errorText;
+    EXPECT_FALSE(stopped.data);
     // A film is an overlay; a caller that wants a board is refused, whatever the film holds.
     auto const board = qzref::ReadDesignFile(film.Path(), {}, "board");
     EXPECT_EQ(board.result, -4) << board.errorText;
