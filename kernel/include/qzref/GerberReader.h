@@ -10,6 +10,8 @@
 //
 // Left to the implementer:
 // - A film that gives neither G74 nor G75 before its first arc draws it in multi-quadrant mode.
+// - A film without %MO (nor G70/G71) is in inches, as the old films that leave it out are.
+// - A macro variable that no parameter or statement set is 0.
 // - A draw with a rectangle sweeps the rectangle along a line; an arc, or a draw with an obround,
 //   a polygon or a macro, is stroked round with the aperture's smallest size (0 for a macro).
 // - A region contour that does not end where it starts is closed with a straight edge.
