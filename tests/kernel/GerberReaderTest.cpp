@@ -256,6 +256,8 @@ TEST(GerberReader, MalformedFilmsStopAtTheirLineAndCommand) {
                   "before the format"},
              Case{head + "%AMM*\n1,1,$1x(2*%\n%ADD11M,1*%\nM02*\n", 6, "ADD11M,1", "macro M"},
              Case{head + "%ADD11Q,1*%\nM02*\n", 4, "ADD11Q,1", "no aperture macro"},
+             Case{head + "%AMS*\n1,1," + std::string(100000, '-') + "1,0,0*%\n%ADD11S*%\nM02*\n", 6,
+                  "ADD11S", "macro S: cannot work out"},
          }) {
         try {
             Read(c.film);

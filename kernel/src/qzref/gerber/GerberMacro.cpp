@@ -59,14 +59,16 @@ private:
         char const c = Peek();
         if (c == '-' || c == '+') {
             ++at_;
+            if (++depth_ > kMaxDepth) {
+                Fail();
+            }
             double const value = Unary();
+            --depth_;
             return c == '-' ? -value : value;
         }
         if (c == '(') {
             ++at_;
-            // Brackets nest as deep as the text is long; a film cannot make that deep enough to
-            // matter, but a fuzzer can.
-            if (++depth_ > 64) {
+            if (++depth_ > kMaxDepth) {
                 Fail();
             }
             double const value = Sum();
@@ -98,6 +100,10 @@ private:
         }
         return std::strtod(text_.substr(start, at_ - start).c_str(), nullptr);
     }
+
+    // Signs and brackets nest as deep as the text is long: no real macro needs more than a few,
+    // and the recursion must not run out of stack on a film made to do that.
+    static constexpr int kMaxDepth = 64;
 
     std::string const& text_;
     std::map<int, double> const& variables_;
