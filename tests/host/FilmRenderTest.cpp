@@ -8,6 +8,7 @@
 #include <cairo.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -55,8 +56,9 @@ protected:
             for (auto const& [x, y] : points) {
                 int const px = static_cast<int>((x + 1) * 10);
                 int const py = 120 - static_cast<int>((y + 1) * 10) - 1;
-                auto const* row = cairo_image_surface_get_data(surface) +
-                                  py * cairo_image_surface_get_stride(surface);
+                auto const* row =
+                    cairo_image_surface_get_data(surface) +
+                    static_cast<std::ptrdiff_t>(py) * cairo_image_surface_get_stride(surface);
                 out.push_back(reinterpret_cast<std::uint32_t const*>(row)[px] & 0xFFFFFF);
             }
         }

@@ -218,7 +218,8 @@ TEST(GerberReader, PolarityStepAndRepeatAndAttributesReachTheShapes) {
         EXPECT_FALSE(dark.clear);
         EXPECT_TRUE(clear.clear);
         EXPECT_DOUBLE_EQ(dark.points[0], 5.0 * static_cast<double>(k % 2));
-        EXPECT_DOUBLE_EQ(dark.points[1], 2.0 * static_cast<double>(k / 2));
+        std::size_t const row = k / 2;
+        EXPECT_DOUBLE_EQ(dark.points[1], 2.0 * static_cast<double>(row));
         EXPECT_EQ(dark.points[0], clear.points[0]);
         EXPECT_EQ(drawn.names[2 * k], (GerberReader::Names{"VCC", "U1", "3", "SMDPad,CuDef"}));
         EXPECT_EQ(drawn.names[2 * k + 1].function, "");
