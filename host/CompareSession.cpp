@@ -6,6 +6,7 @@
 #include "qzk/ecad/GroupCVInfoSet.h"
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/SublayerPCBCompare.h"
+#include "qzref/Renderer.h"
 #include "qzref/UndoControl.h"
 
 namespace qzhost {
@@ -80,7 +81,8 @@ bool CompareSession::Scheme(Call const& call) {
 }
 
 bool CompareSession::Row(Call const& call) {
-    char const* const usage = "KEYS first|second|common WORD, or KEYS visible yes|no";
+    char const* const usage =
+        "KEYS first|second|common WORD, KEYS visible yes|no, or KEYS mode 0..6";
     if (!call.Count(3, 3, usage)) {
         return false;
     }
@@ -98,6 +100,13 @@ bool CompareSession::Row(Call const& call) {
             return call.Fail(3, "expected yes or no, not '" + value + "'");
         }
         row.visible = value == "yes";
+    } else if (what == "mode") {
+        long long mode = 0;
+        if (!ToInt(value, qzk::ecad::CompareColorVis::eShowAll,
+                   qzk::ecad::CompareColorVis::eShowColoredDifferences, mode)) {
+            return call.Fail(3, "expected a show mode 0..6, not '" + value + "'");
+        }
+        row.showMode = static_cast<qzk::ecad::CompareColorVis::ShowMode>(mode);
     } else if (what == "first" || what == "second" || what == "common") {
         long long word = 0;
         if (!ToInt(value, 0, 0xFFFFFFFFLL, word)) {
@@ -108,7 +117,7 @@ bool CompareSession::Row(Call const& call) {
                                                  : row.commonColor;
         color = static_cast<unsigned int>(word);
     } else {
-        return call.Fail(2, "expected first, second, common or visible, not '" + what + "'");
+        return call.Fail(2, "expected first, second, common, visible or mode, not '" + what + "'");
     }
     // Through the two-family setter, as a viewer's colour panel hands back all it shows.
     qzk::ecad::GroupCVInfoSet groups(false);
@@ -176,6 +185,13 @@ std::string CompareSession::Rows() const {
         out += line;
     }
     return out;
+}
+
+bool CompareSession::RenderTo(std::string const& path, std::string& why) const {
+    qzref::Renderer::View view;
+    view.flip = api_.GetFlip();
+    view.rotation = api_.GetRotation();
+    return qzref::Renderer::RenderCompare(*scene_, view, path, why);
 }
 
 } // namespace qzhost

@@ -29,6 +29,8 @@ public:
     static std::vector<std::string> CommandNames();
     static std::vector<std::string> QueryNames();
 
+    bool RenderTo(std::string const& path, std::string& why) const override;
+
 private:
     static Entry<CompareSession> const kCommands[];
 

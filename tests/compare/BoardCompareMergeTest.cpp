@@ -2,10 +2,13 @@
 // identity rules one at a time) and on the sample boards.
 #include "compare/BoardCompareMerge.h"
 #include "compare/CompareHarness.h"
+#include "qzk/ecad/CompareColorVisPtrComparator.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/SublayerPCB.h"
 
+#include <algorithm>
 #include <memory>
+#include <random>
 
 namespace qztest {
 namespace {
@@ -107,6 +110,44 @@ TEST_F(BoardCompareMergeTest, GivenColoursStayAndRowsAlreadyThereAreSortedIn) {
               (std::vector<std::string>{"3,20|3,20 010000DC 01000001 0100DC00 5 1 0",
                                         "-|3,21 010000DC 01000012 0100DC00 5 1 1",
                                         "3,30|- 00000001 00000002 00000003 0 0 1"}));
+}
+
+TEST_F(BoardCompareMergeTest, RowsComeOutInTheKernelComparatorsOrder) {
+    // Stacks that share part of their sublayers, in handles and identities that interleave, with
+    // rows already there of every kind the comparator ranks: null, a plain record, pairs.
+    std::mt19937 random(7);
+    std::vector<Sub> a;
+    std::vector<Sub> b;
+    for (short layer = 2; layer <= 6; ++layer) {
+        for (short handle : {10, 11, 17, 33, 34, 35, 36, 1000, 1001}) {
+            auto const identity = static_cast<uint64>(random() % 6);
+            if (random() % 3 != 0) {
+                a.push_back({layer, handle, 0x01000001, identity});
+            }
+            if (random() % 3 != 0) {
+                b.push_back({static_cast<short>(layer + 1), handle, 0x01000002, identity});
+            }
+        }
+    }
+    a.push_back({1, 3, 0x01000003, 0});
+    b.push_back({1, 3, 0x01000004, 0});
+    a.push_back({-2, 40, 0x01000005, 4});
+    b.push_back({-2, 41, 0x01000006, 4});
+    qzk::ecad::CompareColorVisPtrVec rows;
+    rows.push_back(du::MakeCounted<qzk::ecad::SublayerPCBCompareCV>(
+        4, 35, 1u, 0, 0, 2u, 3u, qzk::ecad::CompareColorVis::eShowAll, false, true));
+    rows.push_back(du::MakeCounted<qzk::ecad::CompareColorVis>(
+        1u, 2u, 3u, qzk::ecad::CompareColorVis::eShowAll, false, true));
+    rows.push_back(nullptr);
+    qzkapp::ecad::MergeBoardSublayers(Board(a, 3), Board(b, 4), kOwnColours, rows);
+    ASSERT_GT(rows.size(), 40u);
+    EXPECT_EQ(rows.front(), nullptr);
+    EXPECT_TRUE(
+        std::is_sorted(rows.begin(), rows.end(), qzk::ecad::CompareColorVisPtrComparator()));
+    // Sorting again by the comparator itself changes nothing.
+    std::vector<std::string> const merged = RowTexts(rows);
+    std::stable_sort(rows.begin(), rows.end(), qzk::ecad::CompareColorVisPtrComparator());
+    EXPECT_EQ(RowTexts(rows), merged);
 }
 
 TEST_F(BoardCompareMergeTest, FourLayerAgainstSixLayerSampleBoards) {

@@ -1,10 +1,12 @@
 // Pictures of a board scene, checked at chosen pixels: an object's colour, a look over it, a hidden
 // sublayer absent, the draw order deciding which of two objects is on top, a flipped board
 // mirrored.
+#include "CompareSession.h"
 #include "SchematicSession.h"
 #include "Session.h"
 
 #include "board/PCBScene.h"
+#include "compare/PCBCompareScene.h"
 #include "component/EntryPoints.h"
 #include "dg/DMat33.h"
 #include "dg/DPoint2D.h"
@@ -13,6 +15,7 @@
 #include "qzk/World.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/GerberPrefs.h"
+#include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/SchematicScene.h"
@@ -314,6 +317,112 @@ TEST_F(SchematicPictureTest, EachSheetShowsItsOwnObjectsInTheirLayersColours) {
     EXPECT_EQ(changed.count(kSymbols), 0u);
     Run("undo\nundo\n");
     EXPECT_EQ(Colours(), first);
+}
+
+} // namespace
+
+namespace {
+
+// The four-layer board against the six-layer board: each row in its compare colour, the
+// second board's objects beside the first's, a hidden row or a mode that leaves a pair out
+// taking its objects away.
+class ComparePictureTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        picture_ = testing::TempDir() + "qzhost-compare-" +
+                   testing::UnitTest::GetInstance()->current_test_info()->name() + ".png";
+        qzref::Platform::Start();
+        du::SmartPtr<du::RefCounted> component;
+        ASSERT_TRUE(QZDllCreateComponent("qzapi", nullptr, "sceneapifactory", &component));
+        factory_ = du::DynamicCast<qzkapp::SceneApiFactory>(component);
+        ASSERT_TRUE(factory_);
+        scene_ = du::DynamicCast<qzk::ecad::PCBCompareScene>(
+            factory_->CreateScene(qzk::World::GetWorld(), qzk::Instance::Create("first"),
+                                  qzk::ViewableSource::Create(
+                                      du::Symbol(QZ_EXAMPLES_DIR "/designs/four-layer-board.json")),
+                                  qzk::Instance::Create("second"),
+                                  qzk::ViewableSource::Create(
+                                      du::Symbol(QZ_EXAMPLES_DIR "/designs/six-layer-board.json")),
+                                  159));
+        ASSERT_TRUE(scene_);
+        qzref::LoaderControl::WaitUntilIdle();
+        qzref::Messages::PumpUntilIdle();
+        auto* api = static_cast<qzkapp::ecad::PCBCompareScene*>(scene_->GetApiScene());
+        ASSERT_TRUE(api->IsDesignLoaded());
+        session_ = std::make_unique<qzhost::CompareSession>(*api, scene_, stdout);
+    }
+    void TearDown() override {
+        session_.reset();
+        qzref::UndoControl::Clear();
+        if (scene_) {
+            qzref::Inspect(*scene_).DestroyScene();
+        }
+        scene_ = nullptr;
+        factory_ = nullptr;
+        qzref::Messages::PumpUntilIdle();
+        qzref::Platform::Stop();
+        std::remove(picture_.c_str());
+    }
+
+    void Run(std::string const& script) {
+        std::istringstream in(script);
+        std::string error;
+        ASSERT_TRUE(session_->Run(in, "t.qzs", error)) << error;
+    }
+
+    // How many pixels of each colour (0xRRGGBB) the picture holds.
+    std::map<unsigned int, int> Colours() {
+        std::map<unsigned int, int> out;
+        std::string why;
+        EXPECT_TRUE(session_->RenderTo(picture_, why)) << why;
+        cairo_surface_t* surface = cairo_image_surface_create_from_png(picture_.c_str());
+        if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
+            unsigned char const* data = cairo_image_surface_get_data(surface);
+            int const stride = cairo_image_surface_get_stride(surface);
+            for (int y = 0; y < cairo_image_surface_get_height(surface); ++y) {
+                auto const* row = reinterpret_cast<std::uint32_t const*>(
+                    data + static_cast<std::ptrdiff_t>(y) * stride);
+                for (int x = 0; x < cairo_image_surface_get_width(surface); ++x) {
+                    ++out[row[x] & 0xFFFFFF];
+                }
+            }
+        } else {
+            ADD_FAILURE() << "no PNG at " << picture_;
+        }
+        cairo_surface_destroy(surface);
+        return out;
+    }
+
+    std::string picture_;
+    du::SmartPtr<qzkapp::SceneApiFactory> factory_;
+    du::SmartPtr<qzk::ecad::PCBCompareScene> scene_;
+    std::unique_ptr<qzhost::CompareSession> session_;
+};
+
+TEST_F(ComparePictureTest, EachRowInItsCompareColourAndOnlyWhatItsModeShows) {
+    // Red words 0x010000DC (first only), blue 0x01DC0000 (second only), green 0x0100DC00 (both).
+    Run("scheme red-blue-green\n");
+    unsigned int const first = 0xDC0000, second = 0x0000DC, common = 0x00DC00;
+    auto colours = Colours();
+    EXPECT_GT(colours[first], 100);
+    EXPECT_GT(colours[second], 100);
+    EXPECT_GT(colours[common], 100);
+
+    // The top signal of the four-layer board pairs with an inner signal of the six-layer board:
+    // one row, drawn on both boards in its common colour.
+    Run("row 5,33|4,33 common 0x01FFFFFF\n");
+    int const white = Colours()[0xFFFFFF];
+    EXPECT_GT(white, 100);
+    Run("row 5,33|4,33 mode 1\n");
+    EXPECT_EQ(Colours()[0xFFFFFF], 0) << "a first-only mode leaves the pair out";
+    Run("row 5,33|4,33 mode 3\n");
+    EXPECT_EQ(Colours()[0xFFFFFF], white) << "a common-only mode shows it";
+    Run("row 5,33|4,33 visible no\n");
+    EXPECT_EQ(Colours()[0xFFFFFF], 0);
+    Run("undo\nundo\nundo\n");
+    EXPECT_EQ(Colours()[0xFFFFFF], white);
+    Run("undo\n");
+    EXPECT_EQ(Colours(), colours) << "every change undone gives the first picture back";
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 // inverts, and the inversion's own step). OrientationTest and GroupColorTest state those. The
 // overlays' and the sublayers' rows are also changed through the one call that sets all colour
 // families at once.
+#include "trust/UndoProperty.h"
 #include "board/PCBScene.h"
 #include "board/PCBSceneObserver.h"
 #include "component/EntryPoints.h"
@@ -58,6 +59,9 @@ namespace {
 
 using qzref::Messages;
 using qzref::UndoControl;
+using qztest::property::FromEnvironment;
+using qztest::property::Op;
+using qztest::property::Property;
 
 enum class Kind {
     SublayerColour,
@@ -81,52 +85,17 @@ enum class Kind {
     OverlayColour,
     OverlayVisible,
     FullColour,
-    Undo,
-    Redo,
     Count
 };
 
-char const* const kKindNames[] = {"sublayer-colour",
-                                  "sublayer-visible",
-                                  "group-colour",
-                                  "group-visible",
-                                  "highlight",
-                                  "add-highlight",
-                                  "dehighlight",
-                                  "clear-highlights",
-                                  "isolate",
-                                  "deisolate",
-                                  "clear-isolated",
-                                  "rotate",
-                                  "invert-layers",
-                                  "apply-draw-order",
-                                  "move-layer",
-                                  "reset-draw-order",
-                                  "fill-shapes",
-                                  "select",
-                                  "overlay-colour",
-                                  "overlay-visible",
-                                  "full-colour",
-                                  "undo",
-                                  "redo"};
+char const* const kKindNames[] = {"sublayer-colour",  "sublayer-visible", "group-colour",
+                                  "group-visible",    "highlight",        "add-highlight",
+                                  "dehighlight",      "clear-highlights", "isolate",
+                                  "deisolate",        "clear-isolated",   "rotate",
+                                  "invert-layers",    "apply-draw-order", "move-layer",
+                                  "reset-draw-order", "fill-shapes",      "select",
+                                  "overlay-colour",   "overlay-visible",  "full-colour"};
 static_assert(std::size(kKindNames) == static_cast<std::size_t>(Kind::Count));
-
-// One step of a sequence: what, and the random numbers it draws its arguments from, so that a
-// sequence replays the same on a fresh scene.
-struct Op {
-    Kind kind;
-    unsigned int a;
-    unsigned int b;
-};
-
-std::string Describe(std::vector<Op> const& ops) {
-    std::ostringstream out;
-    for (Op const& op : ops) {
-        out << "  {" << kKindNames[static_cast<int>(op.kind)] << ", " << op.a << ", " << op.b
-            << "}\n";
-    }
-    return out.str();
-}
 
 // Hears every event; a payload that does not decode reaches the loop's handler errors.
 class Listener : public qzkapp::ecad::PCBSceneObserver {
@@ -177,6 +146,10 @@ public:
         Messages::PumpUntilIdle();
     }
 
+    static std::vector<char const*> Names() {
+        return {std::begin(kKindNames), std::end(kKindNames)};
+    }
+
     bool Loaded() const { return api_->IsDesignLoaded() && !objects_.empty(); }
 
     du::SmartPtr<qzk::SelectionItem> Item(unsigned int n) const {
@@ -219,12 +192,12 @@ public:
             change(operation);
             qzk::RecordOperation(operation);
         };
-        switch (op.kind) {
+        switch (static_cast<Kind>(op.kind)) {
         case Kind::SublayerColour:
         case Kind::SublayerVisible: {
             qzk::ecad::SublayerPCB_CVSet set;
             api.GetColorVisInfo(set);
-            Change(set, op, op.kind == Kind::SublayerColour);
+            Change(set, op, static_cast<Kind>(op.kind) == Kind::SublayerColour);
             recorded([&](auto const& o) {
                 api.SetColorVisInfo(set, o, qzkapp::ecad::ChangeSourceScene);
             });
@@ -234,7 +207,7 @@ public:
         case Kind::GroupVisible: {
             qzk::ecad::GroupCVInfoSet set(false);
             api.GetGroupColorVisInfo(set);
-            Change(set, op, op.kind == Kind::GroupColour);
+            Change(set, op, static_cast<Kind>(op.kind) == Kind::GroupColour);
             recorded([&](auto const& o) {
                 api.SetGroupColorVisInfo(set, o, qzkapp::ecad::ChangeSourceScene);
             });
@@ -253,12 +226,12 @@ public:
             std::vector<qzk::ecad::AnnoCVInfo> images;
             api.GetImageColorVisInfo(images);
             auto& row = overlays[op.a % overlays.size()];
-            if (op.kind == Kind::OverlayVisible) {
+            if (static_cast<Kind>(op.kind) == Kind::OverlayVisible) {
                 row.visible = !row.visible;
             } else {
                 row.color = 0x01000000u | (op.b & 0xFFFFFFu);
             }
-            if (op.kind == Kind::FullColour) {
+            if (static_cast<Kind>(op.kind) == Kind::FullColour) {
                 Change(sublayers, op, true);
             }
             recorded([&](auto const& o) {
@@ -322,16 +295,9 @@ public:
             manager->ApplyItems(op.b % 2, {Item(op.a)}, qzk::SelectionManager::replace);
             break;
         }
-        case Kind::Undo:
-            UndoControl::Undo();
-            break;
-        case Kind::Redo:
-            UndoControl::Redo();
-            break;
         case Kind::Count:
             break;
         }
-        Messages::PumpUntilIdle();
     }
 
     // Selection is not undoable: the property is about everything else, so both ends of a
@@ -435,25 +401,6 @@ private:
     std::vector<short> defaultOrder_;
 };
 
-// The first line where two snapshots differ, with both sides.
-std::string FirstDifference(std::string const& want, std::string const& got) {
-    std::istringstream a(want);
-    std::istringstream b(got);
-    std::string x;
-    std::string y;
-    for (int line = 1;; ++line) {
-        bool const moreA = static_cast<bool>(std::getline(a, x));
-        bool const moreB = static_cast<bool>(std::getline(b, y));
-        if (!moreA && !moreB) {
-            return {};
-        }
-        if (x != y || moreA != moreB) {
-            return "line " + std::to_string(line) + ": wanted '" + (moreA ? x : "<end>") +
-                   "', got '" + (moreB ? y : "<end>") + "'";
-        }
-    }
-}
-
 class UndoProperty : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -468,115 +415,21 @@ protected:
         qzref::Platform::Stop();
     }
 
-    static std::vector<Op> Generate(unsigned int seed, std::size_t count) {
-        std::mt19937 random(seed);
-        std::vector<Op> ops;
-        ops.reserve(count);
-        for (std::size_t i = 0; i < count; ++i) {
-            // Undo and redo come about as often as three changes each, so that the lists grow,
-            // shrink and are cut by new changes.
-            unsigned int const pick = random() % (static_cast<unsigned int>(Kind::Count) + 4);
-            Kind const kind = pick >= static_cast<unsigned int>(Kind::Count)
-                                  ? (pick % 2 == 0 ? Kind::Undo : Kind::Redo)
-                                  : static_cast<Kind>(pick);
-            ops.push_back(
-                {kind, static_cast<unsigned int>(random()), static_cast<unsigned int>(random())});
-        }
-        return ops;
-    }
-
-    // Runs ops on a fresh board and checks the property; the reason it fails, or "".
-    std::string Check(std::vector<Op> const& ops) {
-        Board board(*factory_);
-        if (!board.Loaded()) {
-            return "the board did not load";
-        }
-        Messages::TakeHandlerErrors();
-        std::string const baseline = board.Snapshot();
-        std::size_t const base = UndoControl::GetUndoCount();
-        for (Op const& op : ops) {
-            board.Run(op);
-        }
-        // The load's own operation stays; everything done since goes.
-        while (UndoControl::GetUndoCount() < base) {
-            if (!UndoControl::Redo()) {
-                return "the load's operation was undone and cannot be redone";
-            }
-        }
-        board.ClearSelection();
-        std::string const final = board.Snapshot();
-        changed_ = final != baseline;
-        std::size_t const done = UndoControl::GetUndoCount() - base;
-        for (std::size_t i = 0; i < done; ++i) {
-            UndoControl::Undo();
-            Messages::PumpUntilIdle();
-        }
-        if (auto const why = FirstDifference(baseline, board.Snapshot()); !why.empty()) {
-            return "after undoing everything, " + why;
-        }
-        for (std::size_t i = 0; i < done; ++i) {
-            UndoControl::Redo();
-            Messages::PumpUntilIdle();
-        }
-        if (auto const why = FirstDifference(final, board.Snapshot()); !why.empty()) {
-            return "after redoing everything, " + why;
-        }
-        if (auto const errors = Messages::TakeHandlerErrors(); !errors.empty()) {
-            return "an event did not decode: " + errors.front();
-        }
-        return {};
-    }
-
-    // Delta debugging: drops ever smaller chunks while the sequence still fails.
-    std::vector<Op> Shrink(std::vector<Op> ops) {
-        for (std::size_t chunk = ops.size() / 2; chunk >= 1; chunk /= 2) {
-            for (std::size_t at = 0; at + chunk <= ops.size();) {
-                std::vector<Op> fewer(ops.begin(), ops.begin() + static_cast<long>(at));
-                fewer.insert(fewer.end(), ops.begin() + static_cast<long>(at + chunk), ops.end());
-                if (!Check(fewer).empty()) {
-                    ops = std::move(fewer);
-                } else {
-                    at += chunk;
-                }
-            }
-        }
-        return ops;
-    }
-
-    void ExpectProperty(unsigned int seed, std::size_t count) {
-        std::vector<Op> const ops = Generate(seed, count);
-        std::string const why = Check(ops);
-        if (why.empty()) {
-            return;
-        }
-        std::vector<Op> const shrunk = Shrink(ops);
-        ADD_FAILURE() << "seed " << seed << ", " << count << " operations: " << why
-                      << "\nshrunk to " << shrunk.size() << " (" << Check(shrunk) << "):\n"
-                      << Describe(shrunk);
-    }
-
     du::SmartPtr<qzkapp::SceneApiFactory> factory_;
-    // Whether the last sequence checked left the board other than it was loaded.
-    bool changed_ = false;
+    Property<Board> property_{[this] { return std::make_unique<Board>(*factory_); }};
 };
-
-std::size_t FromEnvironment(char const* name, std::size_t fallback) {
-    char const* text = std::getenv(name);
-    return text != nullptr && *text != 0 ? std::strtoull(text, nullptr, 10) : fallback;
-}
 
 TEST_F(UndoProperty, UndoingEverythingRestoresTheLoadedBoardAndRedoingRestoresTheEnd) {
     std::size_t const count = FromEnvironment("QZ_PROPERTY_OPS", 1000);
     auto const seed = static_cast<unsigned int>(FromEnvironment("QZ_PROPERTY_SEED", 20261123));
-    ExpectProperty(seed, count);
-    // A property over a sequence that changed nothing would prove nothing.
-    EXPECT_TRUE(changed_);
+    property_.Expect(seed, count);
+    EXPECT_TRUE(property_.Changed());
 }
 
 // Short sequences from many seeds find what one long sequence hides behind its own undos.
 TEST_F(UndoProperty, ManyShortSequencesHoldTheProperty) {
     for (unsigned int seed = 1; seed <= 20; ++seed) {
-        ExpectProperty(seed, 25);
+        property_.Expect(seed, 25);
     }
 }
 

@@ -12,6 +12,7 @@
 
 namespace qzk::ecad {
 class EcadPCBData;
+class PCBCompareScene;
 class PCBScene;
 class SchematicScene;
 } // namespace qzk::ecad
@@ -47,6 +48,13 @@ public:
     };
     static bool RenderFilm(qzk::ecad::EcadPCBData const& film, FilmView const& view,
                            std::string const& path, std::string& error);
+    // A board compare: each visible compare row draws the first board's objects on its first
+    // sublayer and the second board's on its second, at the boards' own coordinates, the second
+    // over the first. A sublayer only one board has comes in that side's colour, a pair in the
+    // common colour. The row's mode leaves out what it does not show (first only, second only,
+    // common only, differences only), and the dimmed-common mode draws pairs at a quarter.
+    static bool RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const& view,
+                              std::string const& path, std::string& error);
     // One sheet of a schematic scene: the objects on that sheet, layers in the scene's draw
     // order, each in its layer's colour and visibility, with the looks over them.
     static bool RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,

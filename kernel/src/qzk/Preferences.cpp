@@ -18,7 +18,10 @@ ClassType const& Preferences::GetClassType() const {
 }
 
 bool Preferences::GetIntUIAsColor(du::Symbol const& key, dg::Color& color, bool* usedDefault) {
-    qzref::Journal::Record("Preferences", "GetIntUIAsColor", {qzref::Fmt(key.str())});
+    // Read per sublayer at every board load: no formatting while nobody records.
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record("Preferences", "GetIntUIAsColor", {qzref::Fmt(key.str())});
+    }
     std::lock_guard lock(mutex_);
     auto found = values_.find(key);
     unsigned int const* word =
@@ -34,7 +37,10 @@ bool Preferences::GetIntUIAsColor(du::Symbol const& key, dg::Color& color, bool*
 }
 
 bool Preferences::GetBool(du::Symbol const& key, bool& value, bool* usedDefault) {
-    qzref::Journal::Record("Preferences", "GetBool", {qzref::Fmt(key.str())});
+    // Read per sublayer at every board load: no formatting while nobody records.
+    if (qzref::Journal::IsEnabled()) {
+        qzref::Journal::Record("Preferences", "GetBool", {qzref::Fmt(key.str())});
+    }
     std::lock_guard lock(mutex_);
     auto found = values_.find(key);
     bool const* flag = found == values_.end() ? nullptr : std::get_if<bool>(&found->second);

@@ -5,9 +5,11 @@
 #include "qzk/View.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/Overlay.h"
+#include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/SchematicData.h"
 #include "qzk/ecad/SchematicScene.h"
+#include "qzk/ecad/SublayerPCBCompareCV.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
 #include "qzref/DesignObject.h"
 #include "qzref/Inspect.h"
@@ -557,6 +559,90 @@ bool Renderer::RenderFilm(qzk::ecad::EcadPCBData const& film, FilmView const& vi
         return false;
     }
     return true;
+}
+
+bool Renderer::RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const& view,
+                             std::string const& path, std::string& error) {
+    using qzk::ecad::CompareColorVis;
+    du::SmartPtr<qzk::EcadDesign> designs[2];
+    scene.GetEcadDesign(designs[0], 0);
+    scene.GetEcadDesign(designs[1], 1);
+    du::SmartPtr<qzk::EcadDesignData> data[2];
+    qzk::ecad::EcadPCBData const* boards[2] = {nullptr, nullptr};
+    for (int side = 0; side < 2; ++side) {
+        data[side] = designs[side] ? designs[side]->GetEcadDesignData() : nullptr;
+        boards[side] = dynamic_cast<qzk::ecad::EcadPCBData const*>(data[side].Get());
+    }
+    if (boards[0] == nullptr || boards[1] == nullptr) {
+        error = "the scene holds no two loaded boards";
+        return false;
+    }
+    if (!Valid(view, error)) {
+        return false;
+    }
+    std::vector<DesignObject*> const objects[2] = {ObjectsOf(*boards[0]), ObjectsOf(*boards[1])};
+
+    // Which sublayer of each board a row draws, and in what colour; a mode leaves out the rows
+    // it does not show, and the dimmed mode draws the common rows at a quarter.
+    std::map<std::pair<short, short>, Rgb> sides[2];
+    for (auto const& row : qzref::Inspect(scene).GetColorVisInfo()) {
+        auto const* pair = dynamic_cast<qzk::ecad::SublayerPCBCompare const*>(row.Get());
+        if (pair == nullptr || !row->visible) {
+            continue;
+        }
+        bool const first = pair->HasFirst();
+        bool const second = pair->HasSecond();
+        bool const common = first && second;
+        bool shown = true;
+        switch (row->showMode) {
+        case CompareColorVis::eShowFirstOnly:
+            shown = first && !second;
+            break;
+        case CompareColorVis::eShowSecondOnly:
+            shown = second && !first;
+            break;
+        case CompareColorVis::eShowCommonOnly:
+            shown = common;
+            break;
+        case CompareColorVis::eShowDifferences:
+            shown = !common;
+            break;
+        default:
+            break;
+        }
+        if (!shown) {
+            continue;
+        }
+        Rgb colour =
+            FromWord(common ? row->commonColor : (first ? row->firstColor : row->secondColor));
+        if (common && row->showMode == CompareColorVis::eShowDimmedCommon) {
+            colour = Dimmed(colour);
+        }
+        if (first) {
+            sides[0][{pair->firstSublayer.layer, pair->firstSublayer.sublayer}] = colour;
+        }
+        if (second) {
+            sides[1][{pair->secondSublayer.layer, pair->secondSublayer.sublayer}] = colour;
+        }
+    }
+    // Layers in the scene's draw order; on each, the second board over the first.
+    std::vector<Stroke> strokes;
+    for (short layer : qzref::Inspect(scene).GetDrawOrder()) {
+        for (int side = 0; side < 2; ++side) {
+            for (DesignObject* object : objects[side]) {
+                if (object->layer != layer || object->geometry.empty()) {
+                    continue;
+                }
+                auto const found = sides[side].find({object->layer, object->sublayer});
+                if (found != sides[side].end()) {
+                    strokes.push_back({object, found->second});
+                }
+            }
+        }
+    }
+    std::vector<DesignObject*> extent(objects[0]);
+    extent.insert(extent.end(), objects[1].begin(), objects[1].end());
+    return Paint(strokes, extent, view, path, error);
 }
 
 bool Renderer::RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,

@@ -49,7 +49,9 @@ short EcadPCBData::FindSublayerHandle(std::string const& layerName,
 SublayerPCB const* EcadPCBData::FindSublayer(short layer, short sublayer) const {
     SublayerPCBBase key(layer, sublayer);
     auto found = sublayers.find(&key);
-    return found != sublayers.end() ? dynamic_cast<SublayerPCB const*>(*found) : nullptr;
+    // Only AddSublayer fills the set, with SublayerPCB objects; a checked cast would cost a
+    // search of the class hierarchy on every look-up of a load's colours.
+    return found != sublayers.end() ? static_cast<SublayerPCB const*>(*found) : nullptr;
 }
 
 bool EcadPCBData::AddLayer(short layer, std::string name) {

@@ -5,31 +5,34 @@
 #include "qzk/World.h"
 
 namespace qzk::ecad::prefread {
-namespace {
 
 du::SmartPtr<qzk::Preferences> Prefs() {
     auto const world = qzk::World::GetWorld();
     return world ? world->GetPreferences() : du::SmartPtr<qzk::Preferences>();
 }
 
-} // namespace
-
 bool ColorWord(du::Symbol const& key, unsigned int& word) {
-    auto const prefs = Prefs();
+    return ColorWord(Prefs().Get(), key, word);
+}
+
+bool Flag(du::Symbol const& key, bool& value) {
+    return Flag(Prefs().Get(), key, value);
+}
+
+bool ColorWord(qzk::Preferences* prefs, du::Symbol const& key, unsigned int& word) {
     bool usedDefault = true;
     dg::Color color(word, true);
-    if (!prefs || !prefs->GetIntUIAsColor(key, color, &usedDefault) || usedDefault) {
+    if (prefs == nullptr || !prefs->GetIntUIAsColor(key, color, &usedDefault) || usedDefault) {
         return false;
     }
     word = color.GetAsHexUI();
     return true;
 }
 
-bool Flag(du::Symbol const& key, bool& value) {
-    auto const prefs = Prefs();
+bool Flag(qzk::Preferences* prefs, du::Symbol const& key, bool& value) {
     bool usedDefault = true;
     bool read = value;
-    if (!prefs || !prefs->GetBool(key, read, &usedDefault) || usedDefault) {
+    if (prefs == nullptr || !prefs->GetBool(key, read, &usedDefault) || usedDefault) {
         return false;
     }
     value = read;

@@ -1,6 +1,7 @@
 #include "qzk/ecad/SublayerPCB_CV.h"
 
 #include "PrefRead.h"
+#include "qzk/Preferences.h"
 #include "qzk/ecad/DefaultColorVisibility.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/SublayerPCB_CVSet.h"
@@ -47,10 +48,11 @@ std::string SublayerPCB_CV::PrefNode(short layer, short sublayer) {
 
 void SublayerPCB_CV::GetPrefs(SublayerPCB_CVSet& out) {
     out.clear();
+    du::SmartPtr<qzk::Preferences> const prefs = prefread::Prefs();
     for (PrefKeySet const& keys : AllPrefKeys()) {
         SublayerPCB_CV cv(SublayerPCBBase(keys.layer, keys.sublayer));
-        bool const hasColor = prefread::ColorWord(keys.color, cv.color);
-        bool const hasVisible = prefread::Flag(keys.visible, cv.visible);
+        bool const hasColor = prefread::ColorWord(prefs.Get(), keys.color, cv.color);
+        bool const hasVisible = prefread::Flag(prefs.Get(), keys.visible, cv.visible);
         if (hasColor || hasVisible) {
             out.insert(out.end(), cv);
         }
