@@ -62,21 +62,23 @@ left=-0.5
 left_in=$(awk -v l="$left" 'BEGIN { printf "%.3f", l / 25.4 }')
 left_mm=$(awk -v l="$left_in" 'BEGIN { printf "%.6f", l * 25.4 }')
 
-seconds() { # command...: the wall time it takes, in seconds
-    local start end
-    start=$(date +%s.%N)
-    "$@" > /dev/null 2>&1
-    end=$(date +%s.%N)
-    awk -v s="$start" -v e="$end" 'BEGIN { printf "%.2f", e - s }'
+# Wall and processor seconds of a command: the machine may be shared, and processor time is
+# what the work itself costs.
+timed() { # command...: prints "<wall> <user + system>"
+    /usr/bin/time -f "%e %U %S" -o "$work/time" "$@" > /dev/null 2>&1 || true
+    awk '{ printf "%.2f %.2f", $1, $2 + $3 }' "$work/time"
 }
-ours=$(seconds "$qzfilm" render "$film" "$work/ours.png" "$dpi" "$left_mm" "$left_mm" "$size" "$size")
+read -r ours_wall ours_cpu < <(timed "$qzfilm" render "$film" "$work/ours.png" "$dpi" "$left_mm" \
+    "$left_mm" "$size" "$size")
 [ -s "$work/ours.png" ] || { echo "qzfilm drew nothing"; exit 1; }
 peak=$( { /usr/bin/time -f %M "$qzfilm" extent "$film" > /dev/null; } 2>&1 | tail -1)
-theirs=$(seconds gerbv -x png -B 0 -D "$dpi" -O "${left_in}x${left_in}" -w "${size}x${size}" \
-    -b '#000000' -f '#FFFFFFFF' -o "$work/gerbv.png" "$film")
+read -r theirs_wall theirs_cpu < <(timed gerbv -x png -B 0 -D "$dpi" -O "${left_in}x${left_in}" \
+    -w "${size}x${size}" -b '#000000' -f '#FFFFFFFF' -o "$work/gerbv.png" "$film")
 [ -s "$work/gerbv.png" ] || { echo "gerbv drew nothing"; exit 1; }
 agreement=$("$qzfilm" compare "$work/ours.png" "$work/gerbv.png" 0 || true)
 echo "film: $((bytes / 1000000)) MB; read and drawn at $dpi dpi, ${size}x${size} pixels"
-echo "qzfilm: ${ours} s (reading alone peaks at ${peak} KiB); gerbv: ${theirs} s"
+echo "qzfilm: ${ours_wall} s wall, ${ours_cpu} s processor (reading alone peaks at ${peak} KiB)"
+echo "gerbv:  ${theirs_wall} s wall, ${theirs_cpu} s processor"
 echo "pictures: $agreement"
-awk -v a="$ours" -v b="$theirs" 'BEGIN { printf "ratio (qzfilm / gerbv): %.2f\n", a / b }'
+awk -v a="$ours_wall" -v b="$theirs_wall" -v c="$ours_cpu" -v d="$theirs_cpu" \
+    'BEGIN { printf "ratio (qzfilm / gerbv): %.3f wall, %.3f processor\n", a / b, c / d }'

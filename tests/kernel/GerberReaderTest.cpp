@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <string>
@@ -30,9 +31,29 @@ Drawn Read(std::string const& film) {
 
 std::string const kMm = "%FSLAX26Y26*%\n%MOMM*%\n";
 
-// Winding number of the contours of a polygon around (x, y), erasing contours taking away what
-// the shape covers there: non-zero means the shape covers the point.
+// Whether the shape covers (x, y): strokes by their distance, polygons by the winding number of
+// their contours, erasing contours taking away what the shape covers there.
 bool Covers(DesignShape const& shape, double x, double y) {
+    auto const& q = shape.points;
+    switch (shape.kind) {
+    case DesignShape::Line: {
+        double const dx = q[2] - q[0];
+        double const dy = q[3] - q[1];
+        double const length = dx * dx + dy * dy;
+        double const t =
+            length == 0 ? 0 : std::clamp(((x - q[0]) * dx + (y - q[1]) * dy) / length, 0.0, 1.0);
+        return std::hypot(x - q[0] - t * dx, y - q[1] - t * dy) <= shape.width / 2;
+    }
+    case DesignShape::Arc: // a full circle only
+        EXPECT_NEAR(q[4] - q[3], 360, 1e-9);
+        return std::abs(std::hypot(x - q[0], y - q[1]) - q[2]) <= shape.width / 2;
+    case DesignShape::Circle:
+        return std::hypot(x - q[0], y - q[1]) <= q[2];
+    case DesignShape::Pad:
+        return std::abs(x - q[0]) <= q[2] / 2 && std::abs(y - q[1]) <= q[3] / 2;
+    default:
+        break;
+    }
     auto const winding = [&](std::size_t from, std::size_t count) {
         int w = 0;
         auto const& p = shape.points;

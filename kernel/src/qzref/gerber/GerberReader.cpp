@@ -52,17 +52,10 @@ void TranslateShape(DesignShape& shape, double dx, double dy) {
     }
 }
 
-// The flash's outline as points about the flash point, whatever kind the shape is.
-Points OutlineOf(DesignShape const& shape) {
-    auto const& p = shape.points;
-    switch (shape.kind) {
-    case DesignShape::Circle:
-        return gerber::Circle(p[0], p[1], p[2]);
-    case DesignShape::Pad:
-        return gerber::Rectangle(p[0], p[1], p[2], p[3]);
-    default:
-        return p;
-    }
+// A pad's outline as points.
+Points OutlineOf(DesignShape const& pad) {
+    auto const& p = pad.points;
+    return gerber::Rectangle(p[0], p[1], p[2], p[3]);
 }
 
 bool StartsWith(std::string_view text, std::string_view prefix) {
@@ -360,10 +353,13 @@ private:
             need(1, 2);
             aperture.kind = Aperture::Circle;
             aperture.width = values[0] * u;
-            if (hole(1) > 0) {
-                flash.kind = DesignShape::Polygon;
-                flash.points =
-                    gerber::WithHole(gerber::Circle(0, 0, aperture.width / 2), 0, 0, hole(1));
+            if (hole(1) > 0 && hole(1) < aperture.width) {
+                // A ring is a full circle stroked between the hole and the rim.
+                flash.kind = DesignShape::Arc;
+                flash.points = {0, 0, (aperture.width + hole(1)) / 4, 0, 360};
+                flash.width = (aperture.width - hole(1)) / 2;
+            } else if (hole(1) > 0) {
+                flash.kind = DesignShape::Polygon; // all hole: nothing to draw
             } else {
                 flash.kind = DesignShape::Circle;
                 flash.points = {0, 0, aperture.width / 2};
@@ -373,9 +369,18 @@ private:
             aperture.kind = name == "R" ? Aperture::Rect : Aperture::Obround;
             aperture.width = values[0] * u;
             aperture.height = values[1] * u;
+            double const w = aperture.width;
+            double const h = aperture.height;
             if (name == "R" && hole(2) <= 0) {
                 flash.kind = DesignShape::Pad;
-                flash.points = {0, 0, aperture.width, aperture.height};
+                flash.points = {0, 0, w, h};
+            } else if (hole(2) <= 0) {
+                // An obround is a line of its smaller size with round ends: four numbers where
+                // an outline would take dozens, and pads are most of a film.
+                flash.kind = DesignShape::Line;
+                flash.width = std::min(w, h);
+                flash.points = w >= h ? Points{-(w - h) / 2, 0, (w - h) / 2, 0}
+                                      : Points{0, -(h - w) / 2, 0, (h - w) / 2};
             } else {
                 flash.kind = DesignShape::Polygon;
                 flash.points = gerber::WithHole(
@@ -869,16 +874,23 @@ private:
     void Flash(Aperture const& aperture, double x, double y) {
         DesignShape shape = aperture.flash;
         if (Transformed()) {
-            if (shape.contours.empty()) {
-                shape.points = OutlineOf(shape);
-                shape.kind = DesignShape::Polygon;
-            }
             auto& p = shape.points;
-            for (std::size_t k = 0; k + 1 < p.size(); k += 2) {
-                p[k] *= (mirrorX_ ? -scale_ : scale_);
-                p[k + 1] *= (mirrorY_ ? -scale_ : scale_);
+            if (shape.kind == DesignShape::Circle || shape.kind == DesignShape::Arc) {
+                // Round and about the flash point: only the size changes.
+                p[2] *= scale_;
+                shape.width *= scale_;
+            } else {
+                if (shape.kind == DesignShape::Pad) {
+                    p = OutlineOf(shape);
+                    shape.kind = DesignShape::Polygon;
+                }
+                for (std::size_t k = 0; k + 1 < p.size(); k += 2) {
+                    p[k] *= (mirrorX_ ? -scale_ : scale_);
+                    p[k + 1] *= (mirrorY_ ? -scale_ : scale_);
+                }
+                gerber::Rotate(p, rotation_);
+                shape.width *= scale_;
             }
-            gerber::Rotate(p, rotation_);
         }
         TranslateShape(shape, x, y);
         Emit(std::move(shape), drawNames_);
