@@ -66,7 +66,7 @@ left_mm=$(awk -v l="$left_in" 'BEGIN { printf "%.6f", l * 25.4 }')
 # what the work itself costs.
 timed() { # command...: prints "<wall> <user + system>"
     /usr/bin/time -f "%e %U %S" -o "$work/time" "$@" > /dev/null 2>&1 || true
-    awk '{ printf "%.2f %.2f", $1, $2 + $3 }' "$work/time"
+    awk '{ printf "%.2f %.2f\n", $1, $2 + $3 }' "$work/time"
 }
 read -r ours_wall ours_cpu < <(timed "$qzfilm" render "$film" "$work/ours.png" "$dpi" "$left_mm" \
     "$left_mm" "$size" "$size")
