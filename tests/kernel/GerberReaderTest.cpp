@@ -197,6 +197,28 @@ TEST(GerberReader, AperturesFlashWithTheirHolesAndDrawsSweepThem) {
     EXPECT_FALSE(Covers(swept, 11.1, 10));
 }
 
+TEST(GerberReader, LoadedTransformationsTurnMirrorAndScaleFlashes) {
+    // A 2 x 1 pad turned a quarter; a trapezoid outline mirrored in x; a circle and a ring
+    // scaled; then back to no transformation.
+    Drawn const drawn =
+        Read(kMm + "%ADD10R,2X1*%\n%AML*\n4,1,4,0,0,2,0,2,1,1,1,0,0,0*%\n"
+                   "%ADD11L*%\n%ADD12C,1*%\n%ADD13C,2X1*%\n"
+                   "%LR90*%\nD10*\nX0Y0D03*\n%LR0*%\n%LMX*%\nD11*\nX10000000Y0D03*\n"
+                   "%LMN*%\n%LS2*%\nD12*\nX20000000Y0D03*\nD13*\nX30000000Y0D03*\n"
+                   "%LS1*%\nD10*\nX40000000Y0D03*\nM02*\n");
+    ASSERT_EQ(drawn.shapes.size(), 5u);
+    EXPECT_TRUE(Covers(drawn.shapes[0], 0, 0.9));
+    EXPECT_FALSE(Covers(drawn.shapes[0], 0.9, 0));
+    EXPECT_TRUE(Covers(drawn.shapes[1], 8.5, 0.5)) << "mirrored to the left of its flash point";
+    EXPECT_FALSE(Covers(drawn.shapes[1], 11.5, 0.5));
+    EXPECT_TRUE(Covers(drawn.shapes[2], 20.9, 0)) << "radius 0.5 doubled";
+    EXPECT_FALSE(Covers(drawn.shapes[2], 21.1, 0));
+    EXPECT_TRUE(Covers(drawn.shapes[3], 31.9, 0)) << "the ring doubled: 1 to 2";
+    EXPECT_FALSE(Covers(drawn.shapes[3], 30.9, 0));
+    EXPECT_EQ(drawn.shapes[4].kind, DesignShape::Pad);
+    EXPECT_EQ(drawn.shapes[4].points, (std::vector<double>{40, 0, 2, 1}));
+}
+
 TEST(GerberReader, MacrosWorkOutTheirArithmeticExposureAndRotation) {
     // A 4 x 1 bar turned by $2 degrees, half its length in a variable, a hole of exposure off.
     std::string const macro = "%AMBAR*\n0 a bar*\n$3=$1/2*\n21,1,$1,1,0,0,$2*\n"
