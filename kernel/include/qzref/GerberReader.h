@@ -4,9 +4,11 @@
 // The reader is a single pass over the text held in memory; the shapes go to a sink as they are
 // made, so that what the reader itself keeps is the apertures, the macros and, inside a step and
 // repeat block, the block's shapes. Draws with a circular aperture are lines and arcs of the
-// aperture's width with round ends, flashes of a circle or a rectangle without a hole are circles
-// and pads, every other flash and every region contour is a polygon (arcs inside them become
-// short chords). A film's clear objects carry DesignShape::clear.
+// aperture's width with round ends. Flashes of a circle or a rectangle without a hole are circles
+// and pads, of a circle with a hole a full-circle arc as wide as the ring, of an obround without
+// a hole a line of its smaller size with round ends; every other flash and every region contour
+// is a polygon (arcs inside them become short chords). A film's clear objects carry
+// DesignShape::clear.
 //
 // Left to the implementer:
 // - A film that gives neither G74 nor G75 before its first arc draws it in multi-quadrant mode.
