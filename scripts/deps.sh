@@ -5,6 +5,8 @@ packages=(cmake make g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev n
     libcli11-dev libcairo2-dev)
 # Clang builds the project too, and its runtime libraries carry libFuzzer (scripts/fuzz.sh).
 packages+=(clang clang-tidy libclang-rt-dev)
+# gerbv judges the Gerber films' pictures (tests/kernel/gerber-vs-gerbv.sh, bench/gerber-vs-gerbv.sh).
+packages+=(gerbv)
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

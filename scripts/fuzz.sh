@@ -10,11 +10,12 @@ dir="$root/build-fuzz"
 seconds=${QZ_FUZZ_SECONDS:-45}
 CXX=clang++ cmake -S "$root" -B "$dir" -DQZ_BUILD_FUZZ=ON -DQZ_BUILD_BENCH=OFF \
     -DQZ_BUILD_HOST=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$dir" -j "$(nproc)" --target fuzz_design_file fuzz_events
+cmake --build "$dir" -j "$(nproc)" --target fuzz_design_file fuzz_events fuzz_gerber
 
 declare -A seeds=(
     [fuzz_design_file]="$root/examples/designs"
     [fuzz_events]="$root/fuzz/seeds/events"
+    [fuzz_gerber]="$root/fuzz/seeds/gerber"
 )
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1
 mkdir -p "$dir/findings"
@@ -30,7 +31,7 @@ run() { # target, log, arguments...
         exit 1
     fi
 }
-for target in fuzz_design_file fuzz_events; do
+for target in fuzz_design_file fuzz_events fuzz_gerber; do
     corpus="$dir/corpus/$target"
     mkdir -p "$corpus"
     echo "== $target: ${seconds} s"

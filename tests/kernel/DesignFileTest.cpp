@@ -1,15 +1,19 @@
 // Reading design files: the samples read with their content, and every kind of bad file gives
 // its documented status, result number and a text that says where.
 #include "qzref/DesignFile.h"
+#include "IcmApiEcad.h"
 #include "qzk/EcadDesign.h"
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/SchematicData.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -189,7 +193,7 @@ TEST(DesignFile, ImagesOfEveryKindKeepTheirFieldsAndPictures) {
     EXPECT_FALSE(images[4]->picture);
 }
 
-TEST(DesignFile, OverlayIsBoardDataMarkedAsOverlay) {
+TEST(DesignFile, GerberFilmIsOverlayDataNamedByItsAttributes) {
     std::string const path = Sample("top-copper.gbr");
     EXPECT_TRUE(qzk::EcadDesign::HasGerberExtension(path));
     auto read = qzref::ReadDesignFile(path);
@@ -197,7 +201,68 @@ TEST(DesignFile, OverlayIsBoardDataMarkedAsOverlay) {
     auto overlay = du::DynamicCast<EcadPCBData>(read.data);
     ASSERT_TRUE(overlay);
     EXPECT_TRUE(overlay->IsOverlayData());
-    EXPECT_EQ(overlay->GetSublayerLabel(5, 33), du::Symbol("Top copper artwork"));
+    EXPECT_EQ(overlay->GetLayerName(2), du::Symbol("Copper,L1,Top"));
+    EXPECT_EQ(overlay->GetSublayerLabel(2, 33), du::Symbol("Film"));
+    // The sample's pads, tracks and regions each carry their aperture's function.
+    std::set<std::string> functions;
+    for (short sublayer = 34; sublayer < 40; ++sublayer) {
+        functions.insert(overlay->GetSublayerLabel(2, sublayer).str());
+    }
+    EXPECT_EQ(functions, (std::set<std::string>{"", "SMDPad,CuDef", "Conductor", "ComponentPad"}));
+    // Pins belong to their component and their net; tracks are the nets' wires.
+    auto* const pin = overlay->FindObject("U1.1", IcmApiEcad::PIN);
+    ASSERT_NE(pin, nullptr);
+    ASSERT_NE(pin->owner, nullptr);
+    EXPECT_EQ(pin->owner->name, "U1");
+    EXPECT_EQ(pin->geometry.size(), 1u);
+    auto* const vcc = overlay->FindObject("VCC", IcmApiEcad::NET);
+    ASSERT_NE(vcc, nullptr);
+    std::set<std::string> children;
+    for (auto const* child : vcc->children) {
+        children.insert(child->name);
+    }
+    EXPECT_EQ(children, (std::set<std::string>{"U1.1", "R1.1", "VCC:1"}));
+    EXPECT_EQ(overlay->FindObject("VCC:1")->geometry.size(), 2u) << "both track segments";
+    // The extent is what the film covers: from the mounting hole's pad to the VCC track.
+    EXPECT_NEAR(overlay->minX, 2, 0.01);
+    EXPECT_NEAR(overlay->minY, 2, 0.01);
+    EXPECT_NEAR(overlay->maxX, 44.75, 1e-9);
+    EXPECT_NEAR(overlay->maxY, 30.4, 1e-9);
+
+    // Older samples wrote overlays as JSON under a Gerber extension; they still read.
+    auto json = ReadText("old.gbr", R"(  {"formatVersion": 1, "kind": "overlay", "top": 5,
+        "bottom": 5, "layers": [{"handle": 5, "name": "Top", "sublayers": []}]})");
+    ASSERT_EQ(json.status, 0) << json.errorText;
+    EXPECT_TRUE(du::DynamicCast<EcadPCBData>(json.data)->IsOverlayData());
+}
+
+TEST(DesignFile, MalformedFilmNamesTheFileLineAndCommand) {
+    TempFile film("bad.gbr", "%FSLAX26Y26*%\n%MOMM*%\n%ADD10C,1*%\nD10*\nX0Y0D03*\nD12*\nM02*\n");
+    auto const bad = qzref::ReadDesignFile(film.Path(), {}, "overlay");
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_EQ(bad.result, -3);
+    EXPECT_FALSE(bad.data);
+    EXPECT_EQ(bad.errorText,
+              film.Path() + ":6: D12: malformed Gerber: aperture D12 is not defined");
+    // A loader cancels a film's read as it does a design's, from its progress callback.
+    std::vector<int> heard;
+    auto const read = qzref::ReadDesignFile(Sample("top-copper.gbr"),
+                                            [&](unsigned char p) { heard.push_back(p); });
+    EXPECT_EQ(read.status, 0) << read.errorText;
+    ASSERT_FALSE(heard.empty());
+    EXPECT_EQ(heard.front(), 0);
+    EXPECT_EQ(heard.back(), 100);
+    EXPECT_TRUE(std::is_sorted(heard.begin(), heard.end()));
+    auto const stopped = qzref::ReadDesignFile(Sample("top-copper.gbr"), [](unsigned char p) {
+        if (p > 10) {
+            throw std::runtime_error("cancelled");
+        }
+    });
+    EXPECT_EQ(stopped.result, -6) << stopped.errorText;
+    EXPECT_FALSE(stopped.data);
+    // A film is an overlay; a caller that wants a board is refused, whatever the film holds.
+    auto const board = qzref::ReadDesignFile(film.Path(), {}, "board");
+    EXPECT_EQ(board.result, -4) << board.errorText;
 }
 
 TEST(DesignFile, NewerFilesAreReadWithResultThreeOrRefusedWithMinusEight) {

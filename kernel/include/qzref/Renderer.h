@@ -11,6 +11,7 @@
 #include <string>
 
 namespace qzk::ecad {
+class EcadPCBData;
 class PCBCompareScene;
 class PCBScene;
 class PCBSchCompareScene;
@@ -33,6 +34,22 @@ public:
     // written (no loaded board, an unwritable path).
     static bool Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
                        std::string& error);
+    // A film's own picture, as a film plotter would expose it: a window of width by height
+    // pixels at dpi dots per inch whose lower left corner is (left, bottom) in millimetres, the
+    // film's dark in foreground (0xRRGGBB) on background, edges hard unless antialias. For
+    // comparing with other viewers' exports pixel by pixel.
+    struct FilmView {
+        double dpi = 600;
+        double left = 0;
+        double bottom = 0;
+        int width = 800;
+        int height = 600;
+        unsigned int foreground = 0xFFFFFF;
+        unsigned int background = 0x000000;
+        bool antialias = false;
+    };
+    static bool RenderFilm(qzk::ecad::EcadPCBData const& film, FilmView const& view,
+                           std::string const& path, std::string& error);
     // A board compare: each visible compare row draws the first board's objects on its first
     // sublayer and the second board's on its second, at the boards' own coordinates, the second
     // over the first. A sublayer only one board has comes in that side's colour, a pair in the

@@ -8,6 +8,8 @@
 #include "qzk/ecad/SchematicData.h"
 #include "qzref/DesignImage.h"
 #include "qzref/DesignObject.h"
+#include "qzref/GerberOverlay.h"
+#include "qzref/GerberReader.h"
 
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
@@ -176,6 +178,9 @@ public:
         Progress(0);
         std::string const text = Load();
         Progress(10);
+        if (IsGerberFilm(text)) {
+            return ReadFilm(text);
+        }
         json const root = Parse(text);
         Progress(40);
         if (!root.is_object()) {
@@ -195,6 +200,37 @@ public:
         }
         Progress(100);
         out.status = 0;
+        return out;
+    }
+
+    // A file with a Gerber extension is a film unless it is an overlay written as JSON, which
+    // older samples are: their first character is a brace.
+    bool IsGerberFilm(std::string const& text) const {
+        if (!qzk::EcadDesign::HasGerberExtension(path_)) {
+            return false;
+        }
+        std::size_t const first = text.find_first_not_of(" \t\r\n");
+        return first == std::string::npos || text[first] != '{';
+    }
+
+    DesignReadResult ReadFilm(std::string const& text) {
+        if (!requiredKind_.empty() && requiredKind_ != "overlay") {
+            Fail(kWrongKind, "a Gerber film where a \"" + requiredKind_ + "\" is wanted");
+        }
+        DesignReadResult out;
+        try {
+            std::string const base = path_.substr(path_.find_last_of('/') + 1);
+            out.data =
+                ReadGerberOverlay(text, base.substr(0, base.rfind('.')),
+                                  [this](int percent) { Progress(10 + percent * 90 / 100); });
+        } catch (GerberReader::Error const& error) {
+            throw ReadError{kMalformed, path_ + ":" + std::to_string(error.line) + ": " +
+                                            (error.command.empty() ? "" : error.command + ": ") +
+                                            "malformed Gerber: " + error.what()};
+        }
+        Progress(100);
+        out.status = 0;
+        out.result = kRead;
         return out;
     }
 

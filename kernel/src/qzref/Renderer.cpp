@@ -110,6 +110,146 @@ void Trace(cairo_t* cr, DesignShape const& shape) {
     }
 }
 
+// Traces one contour of a polygon: count x y pairs from points[from].
+void TraceContour(cairo_t* cr, std::vector<double> const& p, std::size_t from, std::size_t count) {
+    if (count == 0 || from + 2 * count > p.size()) {
+        return;
+    }
+    cairo_move_to(cr, p[from], p[from + 1]);
+    for (std::size_t i = 1; i < count; ++i) {
+        cairo_line_to(cr, p[from + 2 * i], p[from + 2 * i + 1]);
+    }
+    cairo_close_path(cr);
+}
+
+// A polygon of several contours, some of which erase what the shape's earlier contours cover:
+// drawn apart and then put onto the film as one.
+void FillContours(cairo_t* cr, DesignShape const& shape) {
+    bool erases = false;
+    for (int count : shape.contours) {
+        erases = erases || count < 0;
+    }
+    auto const& p = shape.points;
+    if (!erases) {
+        std::size_t from = 0;
+        for (int count : shape.contours) {
+            TraceContour(cr, p, from, static_cast<std::size_t>(count));
+            cairo_fill(cr);
+            from += 2 * static_cast<std::size_t>(count);
+        }
+        return;
+    }
+    cairo_operator_t const onto = cairo_get_operator(cr);
+    cairo_save(cr);
+    // The group need be no larger than the shape.
+    dg::DBox2D const range = shape.GetRange();
+    cairo_rectangle(cr, range.low.x, range.low.y, range.Width(), range.Height());
+    cairo_clip(cr);
+    cairo_push_group_with_content(cr, CAIRO_CONTENT_ALPHA);
+    cairo_set_source_rgba(cr, 0, 0, 0, 1);
+    std::size_t from = 0;
+    for (int count : shape.contours) {
+        auto const n = static_cast<std::size_t>(std::abs(count));
+        cairo_set_operator(cr, count < 0 ? CAIRO_OPERATOR_DEST_OUT : CAIRO_OPERATOR_OVER);
+        TraceContour(cr, p, from, n);
+        cairo_fill(cr);
+        from += 2 * n;
+    }
+    cairo_pop_group_to_source(cr);
+    cairo_set_operator(cr, onto);
+    cairo_paint(cr);
+    cairo_restore(cr);
+}
+
+// Draws a film's objects in the order the film draws them into an alpha group, its clear
+// objects erasing, and lays the group onto the picture in the colour given: what a clear object
+// erases shows what lies under the film, not a colour.
+void PaintFilm(cairo_t* cr, qzk::ecad::EcadPCBData const& film, Rgb colour) {
+    cairo_save(cr);
+    cairo_push_group_with_content(cr, CAIRO_CONTENT_ALPHA);
+    cairo_set_source_rgba(cr, 0, 0, 0, 1);
+    cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+    cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+    cairo_set_fill_rule(cr, CAIRO_FILL_RULE_WINDING);
+    // Runs of lines of one width, and of circles and pads, share one path: a film is mostly
+    // such runs, and one stroke or fill for each would cost a pass over the group each.
+    enum class Pending { None, Stroke, Fill };
+    Pending pending = Pending::None;
+    DesignShape::Kind pendingKind = DesignShape::Line;
+    double pendingWidth = 0;
+    bool pendingClear = false;
+    auto const flush = [&] {
+        if (pending == Pending::Stroke) {
+            cairo_set_line_width(cr, pendingWidth);
+            cairo_stroke(cr);
+        } else if (pending == Pending::Fill) {
+            cairo_fill(cr);
+        }
+        pending = Pending::None;
+    };
+    for (std::size_t i = 0; i < film.GetObjectCount(); ++i) {
+        for (DesignShape const& shape : film.GetObjectAt(i)->geometry) {
+            auto const& p = shape.points;
+            bool const strokes = shape.kind == DesignShape::Line || shape.kind == DesignShape::Arc;
+            bool const batches = strokes || shape.kind == DesignShape::Circle ||
+                                 shape.kind == DesignShape::Pad ||
+                                 shape.kind == DesignShape::Rectangle;
+            if (pending != Pending::None &&
+                (!batches || shape.clear != pendingClear ||
+                 (strokes ? pending != Pending::Stroke || shape.width != pendingWidth
+                          : pending != Pending::Fill || shape.kind != pendingKind))) {
+                flush();
+            }
+            cairo_set_operator(cr, shape.clear ? CAIRO_OPERATOR_DEST_OUT : CAIRO_OPERATOR_OVER);
+            pendingClear = shape.clear;
+            pendingKind = shape.kind;
+            switch (shape.kind) {
+            case DesignShape::Line:
+                cairo_move_to(cr, p[0], p[1]);
+                cairo_line_to(cr, p[2], p[3]);
+                pending = Pending::Stroke;
+                pendingWidth = shape.width;
+                break;
+            case DesignShape::Arc:
+                cairo_new_sub_path(cr);
+                cairo_arc(cr, p[0], p[1], p[2], p[3] * std::numbers::pi / 180,
+                          p[4] * std::numbers::pi / 180);
+                pending = Pending::Stroke;
+                pendingWidth = shape.width;
+                break;
+            case DesignShape::Circle:
+                cairo_new_sub_path(cr);
+                cairo_arc(cr, p[0], p[1], p[2], 0, 2 * std::numbers::pi);
+                pending = Pending::Fill;
+                break;
+            case DesignShape::Rectangle:
+                cairo_rectangle(cr, std::min(p[0], p[2]), std::min(p[1], p[3]),
+                                std::abs(p[2] - p[0]), std::abs(p[3] - p[1]));
+                pending = Pending::Fill;
+                break;
+            case DesignShape::Pad:
+                cairo_rectangle(cr, p[0] - p[2] / 2, p[1] - p[3] / 2, p[2], p[3]);
+                pending = Pending::Fill;
+                break;
+            case DesignShape::Polygon:
+                if (shape.contours.empty()) {
+                    TraceContour(cr, p, 0, p.size() / 2);
+                    cairo_fill(cr);
+                } else {
+                    FillContours(cr, shape);
+                }
+                break;
+            }
+        }
+    }
+    flush();
+    cairo_pattern_t* const group = cairo_pop_group(cr);
+    cairo_set_source_rgb(cr, colour.r, colour.g, colour.b);
+    cairo_mask(cr, group);
+    cairo_pattern_destroy(group);
+    cairo_restore(cr);
+}
+
 struct SurfaceDeleter {
     void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
 };
@@ -123,6 +263,8 @@ struct Stroke {
     DesignObject const* object;
     Rgb colour;
     std::optional<dg::DMat33> transform = std::nullopt;
+    // An overlay's film, drawn whole in place of object.
+    qzk::ecad::EcadPCBData const* film = nullptr;
 };
 
 // What is drawn over the design: the pictures of images and compare areas, in a strip along the
@@ -225,6 +367,11 @@ void PaintInto(cairo_t* cr, std::vector<Stroke> const& strokes,
                 auto const& m = stroke.transform->m;
                 cairo_matrix_t const matrix{m[0][0], m[1][0], m[0][1], m[1][1], m[0][2], m[1][2]};
                 cairo_transform(cr, &matrix);
+            }
+            if (stroke.film != nullptr) {
+                PaintFilm(cr, *stroke.film, stroke.colour);
+                cairo_restore(cr);
+                continue;
             }
             cairo_set_source_rgb(cr, stroke.colour.r, stroke.colour.g, stroke.colour.b);
             for (auto const& shape : stroke.object->geometry) {
@@ -439,11 +586,7 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
         Rgb const colour = FromWord(inspector.GetColorWord());
         if (auto const film = inspector.GetBoard()) {
             // A film in its own colour, over the board, where its transform puts it.
-            for (DesignObject* object : ObjectsOf(*film)) {
-                if (!object->geometry.empty()) {
-                    strokes.push_back({object, colour, inspector.GetTransform()});
-                }
-            }
+            strokes.push_back({nullptr, colour, inspector.GetTransform(), film.Get()});
         } else if (auto const picture = inspector.GetPicture()) {
             extras.pictures.push_back({picture, colour, overlay->overlayKind == 2});
         }
@@ -467,6 +610,45 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
     }
     // The picture keeps its frame whatever is hidden: the whole board.
     return Paint(strokes, objects, view, path, error, extras);
+}
+
+bool Renderer::RenderFilm(qzk::ecad::EcadPCBData const& film, FilmView const& view,
+                          std::string const& path, std::string& error) {
+    if (view.width < 1 || view.height < 1 || view.width > 32768 || view.height > 32768 ||
+        !(view.dpi > 0) || !std::isfinite(view.dpi)) {
+        error = "a picture size or resolution out of range";
+        return false;
+    }
+    std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, view.width, view.height));
+    if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
+        error = path + ": " + cairo_status_to_string(cairo_surface_status(surface.get()));
+        return false;
+    }
+    auto const rgb = [](unsigned int word) {
+        return Rgb{((word >> 16) & 0xFF) / 255.0, ((word >> 8) & 0xFF) / 255.0,
+                   (word & 0xFF) / 255.0};
+    };
+    {
+        std::unique_ptr<cairo_t, ContextDeleter> context(cairo_create(surface.get()));
+        cairo_t* cr = context.get();
+        Rgb const back = rgb(view.background);
+        cairo_set_source_rgb(cr, back.r, back.g, back.b);
+        cairo_paint(cr);
+        cairo_set_antialias(cr, view.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+        double const scale = view.dpi / 25.4;
+        cairo_translate(cr, 0, view.height);
+        cairo_scale(cr, scale, -scale);
+        cairo_translate(cr, -view.left, -view.bottom);
+        PaintFilm(cr, film, rgb(view.foreground));
+    }
+    cairo_surface_flush(surface.get());
+    cairo_status_t const status = cairo_surface_write_to_png(surface.get(), path.c_str());
+    if (status != CAIRO_STATUS_SUCCESS) {
+        error = path + ": " + cairo_status_to_string(status);
+        return false;
+    }
+    return true;
 }
 
 bool Renderer::RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const& view,

@@ -14,7 +14,8 @@
 
 namespace qzk::ecad {
 
-// Optional geometry in millimetres, read from the design file's "geometry" lists.
+// Optional geometry in millimetres, read from the design file's "geometry" lists or from a Gerber
+// film.
 struct DesignShape {
     enum Kind { Line, Arc, Circle, Rectangle, Polygon, Pad };
     Kind kind = Line;
@@ -22,6 +23,13 @@ struct DesignShape {
     // Rectangle: x1 y1 x2 y2; Polygon: x y pairs; Pad: cx cy width height.
     std::vector<double> points;
     double width = 0.2; // stroke width of lines and arcs
+    // A film's clear object: it erases what the film drew before it instead of drawing.
+    bool clear = false;
+    // Polygon only, when not empty: the points hold several contours, one after the other; each
+    // entry is the number of x y pairs of one contour, negative for a contour that erases what
+    // the contours before it in this shape cover (and nothing else). Without entries the points
+    // are one contour. Contours are filled by the non-zero winding rule.
+    std::vector<int> contours;
 
     // What the shape covers, strokes included; empty for a shape without enough points.
     dg::DBox2D GetRange() const;

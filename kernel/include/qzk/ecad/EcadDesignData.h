@@ -48,6 +48,9 @@ public:
     // The object behind a pointer if it belongs to this design, otherwise null.
     DesignObject* Find(void const* object) const;
     std::size_t GetObjectCount() const { return objects_.size(); }
+    // The i-th object in the order they were added (a film's objects are added in the order they
+    // are drawn, which matters for its clear objects); i below GetObjectCount().
+    DesignObject* GetObjectAt(std::size_t i) const { return objects_[i].get(); }
     // What the design's objects draw, all sheets together; empty for a design without geometry.
     dg::DBox2D GetRange() const;
 
