@@ -1,6 +1,7 @@
 // Every kind of session by the scene it drives. A new kind adds its line to kFamilies.
 #include "BoardSchematicSession.h"
 #include "CompareSession.h"
+#include "OverlayCompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
 #include "Session.h"
@@ -22,6 +23,8 @@ Family const kFamilies[] = {
     {"board compare", &CompareSession::CommandNames, &CompareSession::QueryNames},
     {"board-schematic compare", &BoardSchematicSession::CommandNames,
      &BoardSchematicSession::QueryNames},
+    {"board-overlay compare", &OverlayCompareSession::CommandNames,
+     &OverlayCompareSession::QueryNames},
 };
 
 bool Has(std::vector<std::string> const& names, std::string const& name) {
