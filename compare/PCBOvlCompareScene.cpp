@@ -54,10 +54,10 @@ namespace {
 class OverlayLoaderEvent : public qzk::ecad::OverlayLoaderEvent {
 public:
     OverlayLoaderEvent(PCBOvlCompareScene* scene, qzk::ecad::GerberPrefs const& gerber,
-                       std::optional<qzk::ecad::OverlayPrefs> placing, dg::DMat33 const& matrix,
-                       dg::DPoint2D const& point, bool visible)
+                       std::optional<qzk::ecad::OverlayPrefs> const& placing,
+                       dg::DMat33 const& matrix, dg::DPoint2D const& point, bool visible)
         : qzk::ecad::OverlayLoaderEvent(L"", gerber, du::Symbol::EMPTY, false), scene_(scene),
-          placing_(std::move(placing)), matrix_(matrix), point_(point), visible_(visible) {}
+          placing_(placing), matrix_(matrix), point_(point), visible_(visible) {}
     ~OverlayLoaderEvent() override { DetachFromMessageLoop(); }
 
     std::optional<qzk::ecad::OverlayPrefs> const& Placing() const { return placing_; }

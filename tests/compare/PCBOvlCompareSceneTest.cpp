@@ -13,7 +13,6 @@
 namespace qztest {
 namespace {
 
-using qzkapp::ecad::ChangeSourceOverlayLoad;
 using qzkapp::ecad::ChangeSourceScene;
 using qzref::Journal;
 using qzref::LoaderControl;
