@@ -8,6 +8,7 @@
 #include "dg/DPoint2D.h"
 #include "qzk/ecad/PCBOvlCompareScene.h"
 #include "qzref/AnnoSetTableEntryInspector.h"
+#include "qzref/DesignFile.h"
 #include "qzref/PreferencesControl.h"
 
 namespace qztest {
@@ -340,6 +341,43 @@ TEST_F(PCBOvlCompareSceneTest, ASavedComparisonLoadsItsOverlayOnlyWhenAsked) {
     EXPECT_EQ(observer->Take(), (std::vector<std::string>{"Overlay 4"}));
     ASSERT_EQ(Overlays(scene).size(), 1u);
     EXPECT_EQ(Overlays(scene)[0].color, kSecondColor);
+}
+
+TEST_F(PCBOvlCompareSceneTest, WithoutAGerberDesignLoadingTheOverlayOnlyTakesTheOldAway) {
+    // A saved comparison of two boards: nothing to read an overlay from.
+    auto entry = qzk::AnnoSetTableEntry::Create(du::Symbol("two boards"));
+    auto factory = du::MakeCounted<qzkapp::ecad::SceneApiFactory>();
+    auto scene = Keep(du::DynamicCast<qzk::ecad::PCBOvlCompareScene>(
+        factory->CreateScene(qzk::World::GetWorld(), entry, 177)));
+    ASSERT_TRUE(scene);
+    qzref::Inspect(*entry).SetFirst(qzk::Instance::Create("first"),
+                                    qzk::ViewableSource::Create(du::Symbol(kBoard)));
+    qzref::Inspect(*entry).SetSecond(qzk::Instance::Create("second"),
+                                     qzk::ViewableSource::Create(du::Symbol(kBoard)));
+    qzref::Inspect(*entry).Complete();
+    Settle();
+    Settle();
+    auto* api = Api(scene);
+    ASSERT_TRUE(api->IsDesignLoaded());
+    auto film = du::DynamicCast<qzk::ecad::EcadPCBData>(qzref::ReadDesignFile(kFilm).data);
+    ASSERT_TRUE(film);
+    api->OverlayCreated(film, dg::Color(0x01FF0000, true), true, qzk::ecad::GerberPrefs(),
+                        dg::DPoint2D(), dg::DMat33::IDENTITY);
+    ASSERT_EQ(Overlays(scene).size(), 1u);
+    auto observer = Listen(scene);
+
+    std::size_t const mark = Journal::Size();
+    api->LoadOverlay();
+    Settle();
+    EXPECT_TRUE(Overlays(scene).empty());
+    EXPECT_TRUE(qzref::Inspect(*scene).GetOverlays().empty());
+    EXPECT_FALSE(Contains(Journal::Since(mark), "Loader.LoadEcadDesign"));
+    EXPECT_FALSE(api->_IsLoadInProgress());
+    EXPECT_EQ(observer->Take(), (std::vector<std::string>{"Overlay 1"}));
+    // Nothing left to take away: a second call tells nobody.
+    api->LoadOverlay();
+    Messages::PumpUntilIdle();
+    EXPECT_TRUE(observer->Take().empty());
 }
 
 TEST_F(PCBOvlCompareSceneTest, CompareColourChangesStayInTheSceneUntilTheNextPush) {
