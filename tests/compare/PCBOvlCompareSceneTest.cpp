@@ -6,6 +6,8 @@
 #include "compare/PCBOvlCompareSceneObserver.h"
 #include "dg/DMat33.h"
 #include "dg/DPoint2D.h"
+#include "dom/MessageReader.h"
+#include "dom/ObserverProxy.h"
 #include "qzk/ecad/PCBOvlCompareScene.h"
 #include "qzref/AnnoSetTableEntryInspector.h"
 #include "qzref/DesignFile.h"
@@ -496,6 +498,50 @@ TEST_F(PCBOvlCompareSceneTest, OverlayOperationsActOnTheFirstEntryAndTheFamilysI
     EXPECT_EQ(observer->Take(), (std::vector<std::string>{
                                     "Overlay 4", "HighlightOnlyVisible true 1", "Rotation 180"}));
     EXPECT_TRUE(Messages::TakeHandlerErrors().empty());
+}
+
+TEST_F(PCBOvlCompareSceneTest, ObserverDecodesTheFamilysEventsWithItsOwnTexts) {
+    unsigned char const first = qzkapp::ecad::PCBOvlCompareScene::GetBaseEventId();
+    auto message = [](auto push) {
+        dom::ObserverProxy proxy;
+        proxy.Begin();
+        push(proxy);
+        proxy.End();
+        return proxy.TakeMessage();
+    };
+    OverlayObserver observer;
+    auto deliver = [&](unsigned char tag, dom::MessageData const& data) {
+        dom::MessageReader reader(data);
+        observer.HandleEvent(tag, reader);
+    };
+    deliver(first + 1, message([](dom::ObserverProxy& p) { p.PushUInt32Value(4); }));
+    deliver(first, message([](dom::ObserverProxy& p) {
+                p.PushUInt32Value(3);
+                p.PushBooleanValue(true);
+            }));
+    deliver(first + 3, message([](dom::ObserverProxy& p) { p.PushUInt32Value(0x0001FFA6u); }));
+    // A tag past the family's last is a later scene's, and passed over.
+    deliver(first + 5, message([](dom::ObserverProxy& p) { p.PushUInt32Value(1); }));
+    // Below the family: the compare family's sublayer notice.
+    deliver(first - 1, message([](dom::ObserverProxy& p) { p.PushUInt32Value(3); }));
+    EXPECT_EQ(observer.Take(), (std::vector<std::string>{"Overlay 4", "HighlightOnlyVisible true 3",
+                                                         "Rotation -90", "SublayerCV 3"}));
+
+    auto error = [&](unsigned char tag, dom::MessageData const& data) {
+        try {
+            deliver(tag, data);
+        } catch (std::runtime_error const& e) {
+            return std::string(e.what());
+        }
+        return std::string("no error");
+    };
+    auto const sourceOnly = message([](dom::ObserverProxy& p) { p.PushUInt32Value(5); });
+    auto const empty = message([](dom::ObserverProxy&) {});
+    EXPECT_EQ(error(first, sourceOnly), "Failed to retrieve the HighlightOnlyVisible value");
+    EXPECT_EQ(error(first + 4, sourceOnly), "Failed to retrieve the Only Visible value");
+    EXPECT_EQ(error(first + 1, empty), "Failed to retrieve the change source");
+    EXPECT_EQ(error(first + 2, empty), "Failed to retrieve orientation");
+    EXPECT_TRUE(observer.Take().empty());
 }
 
 TEST_F(PCBOvlCompareSceneTest, FactoryMakesTheOverlayCompareForAGerberSourceOnEitherSide) {
