@@ -90,20 +90,14 @@ private:
 
 // The kernel scene's observer: the user's change of the compare colours. Unlike the other board
 // scenes' it leaves the group overlap colour to the base class: this scene shows no groups.
-class QzkSceneObserver : public qzk::ecad::PCBOvlCompareSceneObserver {
+class QzkSceneObserver
+    : public SceneForwarder<qzk::ecad::PCBOvlCompareSceneObserver, PCBOvlCompareScene> {
 public:
-    explicit QzkSceneObserver(PCBOvlCompareScene* scene) : scene_(scene) {}
-    ~QzkSceneObserver() override { DetachFromMessageLoop(); }
+    using SceneForwarder::SceneForwarder;
 
-    bool RequiresBeginEnd() const override { return false; }
-    void DetachObserver() override { scene_.Cut(); }
-    bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
     void OnCompareColorChanged() override {
         scene_.Call([](PCBOvlCompareScene& scene) { scene.SetColorInfo(); });
     }
-
-private:
-    SceneLink<PCBOvlCompareScene> scene_;
 };
 using QzkViewObserver = ViewForwarder<qzk::ecad::PCBCompareViewObserver, qzk::ecad::PCBCompareView>;
 
