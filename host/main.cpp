@@ -281,7 +281,7 @@ int RunOverlayCompare(qzkapp::SceneApiFactory& factory, Options const& options,
                 scene->GetEcadDesign(design, second ? 1 : 0);
                 auto const& data = second ? api->GetSecondDesignData() : api->GetFirstDesignData();
                 if (design && design->IsGerber() && !data) {
-                    std::string const why = events.GetLoadError(second);
+                    std::string const& why = events.GetLoadError(second);
                     std::fprintf(stderr,
                                  "qzhost: the overlay %s did not load%s; the board is "
                                  "shown alone\n",
