@@ -143,8 +143,20 @@ du::SmartPtr<qzk::EcadDesign> CompareScene::_GetDesign(bool second) const {
 }
 
 bool CompareScene::IsDesignLoaded() const {
-    return designLoaded[0].load(std::memory_order_acquire) &&
-           designLoaded[1].load(std::memory_order_acquire);
+    return designLoaded[0].load(std::memory_order_acquire) != kNoData &&
+           designLoaded[1].load(std::memory_order_acquire) != kNoData;
+}
+
+void CompareScene::_StoreDesignData(bool second,
+                                    du::SmartPtr<qzk::ecad::EcadDesignData> const& data) {
+    int const index = second ? 1 : 0;
+    designData[index] = data;
+    unsigned char const kind = !data ? kNoData : data->IsOverlayData() ? kOverlayData : kOwnData;
+    designLoaded[index].store(kind, std::memory_order_release);
+}
+
+bool CompareScene::_HasOwnDesignData(bool second) const {
+    return designLoaded[second ? 1 : 0].load(std::memory_order_acquire) == kOwnData;
 }
 
 bool CompareScene::IsPreselectionFonted() const {
@@ -255,8 +267,7 @@ void CompareScene::OnDesignLoaded(bool second) {
     du::SmartPtr<qzk::ecad::EcadDesignData> data =
         design ? du::DynamicCast<qzk::ecad::EcadDesignData>(design->GetEcadDesignData()) : nullptr;
     if (data != designData[index]) {
-        designData[index] = data;
-        designLoaded[index].store(static_cast<bool>(data), std::memory_order_release);
+        _StoreDesignData(second, data);
     }
     if (IsDesignLoaded()) {
         // The pair is complete: its colours are in place before anyone hears of it.

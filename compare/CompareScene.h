@@ -113,6 +113,13 @@ protected:
 
     // The kernel scene as a compare scene; null once the scene has ended.
     qzk::ecad::CompareScene* _GetCompareKernelScene() const;
+    // The first (false) or second design as the kernel scene knows it; null when it doesn't.
+    du::SmartPtr<qzk::EcadDesign> _GetDesign(bool second) const;
+    // Stores one design's data, with the write lock held, and mirrors it for the unlocked readers.
+    void _StoreDesignData(bool second, du::SmartPtr<qzk::ecad::EcadDesignData> const& data);
+    // Not locked: whether that design's data is there and is a design of its own, not the
+    // picture of an overlay.
+    bool _HasOwnDesignData(bool second) const;
 
     static unsigned char GetNextEventId();
     static unsigned char ECAD_DESIGN_LOADED_EVENT();
@@ -137,10 +144,10 @@ private:
     void OnBranchLinkLoadComplete();
     // Gives the entry's ticket back and lets the wait go; nothing when there is none.
     void _EndWait();
-    du::SmartPtr<qzk::EcadDesign> _GetDesign(bool second) const;
 
-    // Mirror whether each designData is set, for the unlocked IsDesignLoaded.
-    std::atomic<bool> designLoaded[2] = {false, false};
+    // Mirror each designData for the unlocked readers.
+    enum : unsigned char { kNoData, kOwnData, kOverlayData };
+    std::atomic<unsigned char> designLoaded[2] = {kNoData, kNoData};
 };
 
 } // namespace qzkapp::ecad

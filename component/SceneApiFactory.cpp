@@ -2,6 +2,7 @@
 
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
+#include "compare/PCBOvlCompareScene.h"
 #include "compare/PCBSchCompareScene.h"
 #include "compare/SchematicCompareScene.h"
 #include "du/FileSpec.h"
@@ -12,6 +13,7 @@
 #include "qzk/ViewableSource.h"
 #include "qzk/ecad/BaseScene.h"
 #include "qzk/ecad/PCBCompareScene.h"
+#include "qzk/ecad/PCBOvlCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/SchematicCompareScene.h"
@@ -105,6 +107,8 @@ SceneApiFactory::CreateScene(du::SmartPtr<qzk::World> const& world,
         return MakeFromEntry<qzk::ecad::PCBSchCompareScene, PCBSchCompareScene>(world, entry);
     case qzk::classid::EcadSchematicCompareScene:
         return MakeFromEntry<qzk::ecad::SchematicCompareScene, SchematicCompareScene>(world, entry);
+    case qzk::classid::EcadPCBOvlCompareScene:
+        return MakeFromEntry<qzk::ecad::PCBOvlCompareScene, PCBOvlCompareScene>(world, entry);
     default:
         return nullptr;
     }
@@ -117,10 +121,11 @@ du::SmartPtr<qzk::Scene> SceneApiFactory::CreateScene(
     du::SmartPtr<qzk::ViewableSource> const& secondSource, unsigned int kind) {
     switch (kind) {
     case qzk::classid::EcadPCBCompareScene:
-        // A Gerber source on either side makes an overlay compare, which hasn't landed yet: it
-        // ends like an unknown kind.
+        // A Gerber source on either side makes an overlay compare, from the same arguments in
+        // the same order; the second source is looked at only when the first doesn't pass.
         if (IsGerberSource(firstSource) || IsGerberSource(secondSource)) {
-            return nullptr;
+            return MakePair<qzk::ecad::PCBOvlCompareScene, PCBOvlCompareScene>(
+                world, firstInstance, firstSource, secondInstance, secondSource);
         }
         return MakePair<qzk::ecad::PCBCompareScene, PCBCompareScene>(
             world, firstInstance, firstSource, secondInstance, secondSource);

@@ -1,5 +1,7 @@
 #include "SceneKind.h"
 
+#include "qzk/EcadDesign.h"
+
 #include <nlohmann/json.hpp>
 
 #include <fstream>
@@ -28,7 +30,8 @@ unsigned int Natural(std::string const& first, std::string const& second) {
         }
         return 0;
     }
-    if (IsBoardLike(first) && IsBoardLike(second)) {
+    // An overlay is compared with a board only, never with another overlay.
+    if (IsBoardLike(first) && IsBoardLike(second) && (first == "board" || second == "board")) {
         return SceneKind::kBoardCompare;
     }
     if (first == "schematic" && second == "schematic") {
@@ -44,6 +47,11 @@ unsigned int Natural(std::string const& first, std::string const& second) {
 } // namespace
 
 std::optional<std::string> SceneKind::ReadDesignKind(std::string const& path, std::string& error) {
+    // A Gerber film is told by its name: the kernel's loader reads it, and a film that cannot be
+    // read is reported by the scene, with the board shown alone.
+    if (qzk::EcadDesign::HasGerberExtension(path)) {
+        return std::string("overlay");
+    }
     std::ifstream in(path);
     if (!in) {
         error = path + ": cannot open the design file";

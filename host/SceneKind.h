@@ -16,7 +16,8 @@ public:
     static unsigned int const kBoardSchematicCompare = 171;
 
     // The design's "kind" field ("board", "schematic", "overlay", "images"); nothing when the
-    // file cannot be read as a JSON object with a kind, with why in error.
+    // file cannot be read as a JSON object with a kind, with why in error. A path with a Gerber
+    // extension is an "overlay" without being opened.
     static std::optional<std::string> ReadDesignKind(std::string const& path, std::string& error);
 
     // The scene kind for one design (second empty) or a comparison of two. requested, when

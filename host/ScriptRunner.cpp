@@ -1,5 +1,7 @@
 #include "ScriptRunner.h"
 
+#include "qzk/ecad/SublayerPCB_CVSet.h"
+
 #include "qzref/Messages.h"
 #include "qzref/UndoControl.h"
 
@@ -45,6 +47,47 @@ ScriptRunner::~ScriptRunner() = default;
 bool ScriptRunner::RenderTo(std::string const& /*path*/, std::string& why) const {
     why = "the renderer draws board scenes only";
     return false;
+}
+
+bool ScriptRunner::EditBoardSublayer(Call const& call, qzk::ecad::SublayerPCB_CVSet& set) {
+    char const* const usage = "LAYER SUBLAYER color WORD, or LAYER SUBLAYER visible yes|no";
+    if (!call.Count(4, 4, usage)) {
+        return false;
+    }
+    long long layer = 0;
+    long long sublayer = 0;
+    if (!ToInt(call.words[1].text, -32768, 32767, layer)) {
+        return call.Fail(1, "expected a layer handle, not '" + call.words[1].text + "'");
+    }
+    if (!ToInt(call.words[2].text, -32768, 32767, sublayer)) {
+        return call.Fail(2, "expected a sublayer handle, not '" + call.words[2].text + "'");
+    }
+    auto const found = set.find(qzk::ecad::SublayerPCB_CV(static_cast<short>(layer),
+                                                          static_cast<short>(sublayer), 0, false));
+    if (found == set.end()) {
+        return call.Fail(1, "no sublayer (" + call.words[1].text + ", " + call.words[2].text +
+                                ") on this board");
+    }
+    qzk::ecad::SublayerPCB_CV entry = *found;
+    std::string const& what = call.words[3].text;
+    std::string const& value = call.words[4].text;
+    if (what == "color" || what == "colour") {
+        long long word = 0;
+        if (!ToInt(value, 0, 0xFFFFFFFFLL, word)) {
+            return call.Fail(4, "expected a colour word such as 0x010000FF, not '" + value + "'");
+        }
+        entry.color = static_cast<unsigned int>(word);
+    } else if (what == "visible") {
+        if (value != "yes" && value != "no") {
+            return call.Fail(4, "expected yes or no, not '" + value + "'");
+        }
+        entry.visible = value == "yes";
+    } else {
+        return call.Fail(3, "expected color or visible, not '" + what + "'");
+    }
+    set.erase(found);
+    set.insert(entry);
+    return true;
 }
 
 bool ScriptRunner::Call::Fail(std::size_t word, std::string text) const {

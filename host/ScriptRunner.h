@@ -21,6 +21,10 @@
 #include <string>
 #include <vector>
 
+namespace qzk::ecad {
+class SublayerPCB_CVSet;
+}
+
 namespace qzhost {
 
 // A colour word as a session prints it: 0x and eight hexadecimal digits.
@@ -104,6 +108,11 @@ protected:
     virtual std::string Rows() const = 0;
     // The kind of scene the session drives, as SceneNeededBy names it.
     virtual char const* SceneName() const = 0;
+
+    // A board's "LAYER SUBLAYER color WORD" or "LAYER SUBLAYER visible yes|no" (the call's words
+    // after the command) applied to set; false with why when the words are wrong or name no
+    // sublayer of set.
+    static bool EditBoardSublayer(Call const& call, qzk::ecad::SublayerPCB_CVSet& set);
 
     std::FILE* out_;
 

@@ -2,6 +2,7 @@
 #include "BoardSchematicSession.h"
 #include "CompareSession.h"
 #include "SchematicCompareSession.h"
+#include "OverlayCompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
 #include "Session.h"
@@ -25,6 +26,8 @@ Family const kFamilies[] = {
      &BoardSchematicSession::QueryNames},
     {"schematic compare", &SchematicCompareSession::CommandNames,
      &SchematicCompareSession::QueryNames},
+    {"board-overlay compare", &OverlayCompareSession::CommandNames,
+     &OverlayCompareSession::QueryNames},
 };
 
 bool Has(std::vector<std::string> const& names, std::string const& name) {

@@ -11,20 +11,25 @@
 #include "BoardSchematicSession.h"
 #include "CompareSession.h"
 #include "HostEvents.h"
+#include "OverlayCompareHostEvents.h"
+#include "OverlayCompareSession.h"
 #include "SceneKind.h"
 #include "SchematicCompareSession.h"
 #include "SchematicSession.h"
 #include "Session.h"
 #include "board/PCBScene.h"
 #include "compare/PCBCompareScene.h"
+#include "compare/PCBOvlCompareScene.h"
 #include "compare/PCBSchCompareScene.h"
 #include "compare/SchematicCompareScene.h"
 #include "component/EntryPoints.h"
+#include "qzk/EcadDesign.h"
 #include "qzk/Instance.h"
 #include "qzk/ViewableSource.h"
 #include "qzk/World.h"
 #include "qzk/ecad/PCBCompareScene.h"
 #include "qzk/ecad/PCBCompareView.h"
+#include "qzk/ecad/PCBOvlCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/PCBView.h"
@@ -55,6 +60,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 #ifndef QZ_VERSION
 #define QZ_VERSION "unknown"
@@ -160,7 +166,8 @@ private:
     std::size_t mark_;
 };
 
-// Waits for the scene's load, then runs the session made for it (script, then picture).
+// Waits for the scene's load, then runs the session made for it (script, then picture). make
+// may take the observer, to read what the loads said.
 template <class Events, class Api, class MakeSession>
 int RunScene(Options const& options, Api& api, JournalPrinter& journal, MakeSession make) {
     auto observer = du::MakeCounted<Events>(options.events);
@@ -173,7 +180,12 @@ int RunScene(Options const& options, Api& api, JournalPrinter& journal, MakeSess
     if (!api.IsDesignLoaded()) {
         status = Fail("cannot load " + options.design + ": " + observer->GetLoadError());
     } else {
-        std::unique_ptr<qzhost::ScriptRunner> const session = make();
+        std::unique_ptr<qzhost::ScriptRunner> session;
+        if constexpr (std::is_invocable_v<MakeSession, Events&>) {
+            session = make(*observer);
+        } else {
+            session = make();
+        }
         qzref::Messages::PumpUntilIdle();
         session->SetAfterLine([&journal] { journal.Flush(); });
         if (!options.script.empty()) {
@@ -272,6 +284,35 @@ int RunSchematicCompare(qzkapp::SceneApiFactory& factory, Options const& options
     });
 }
 
+// A board compared with a Gerber overlay is seen through one view, as a board compare is. The
+// scene counts as loaded with the board alone: a film that cannot be read is said on stderr, and
+// the session runs on the board.
+int RunOverlayCompare(qzkapp::SceneApiFactory& factory, Options const& options,
+                      du::SmartPtr<qzk::ecad::PCBOvlCompareScene> const& scene,
+                      JournalPrinter& journal) {
+    // Kind 159 with a Gerber source always wraps a board-overlay compare scene of the layer.
+    auto* api = static_cast<qzkapp::ecad::PCBOvlCompareScene*>(scene->GetApiScene());
+    return RunScene<qzhost::OverlayCompareHostEvents>(
+        options, *api, journal, [&](qzhost::OverlayCompareHostEvents const& events) {
+            for (bool const second : {false, true}) {
+                du::SmartPtr<qzk::EcadDesign> design;
+                scene->GetEcadDesign(design, second ? 1 : 0);
+                auto const& data = second ? api->GetSecondDesignData() : api->GetFirstDesignData();
+                if (design && design->IsGerber() && !data) {
+                    std::string const& why = events.GetLoadError(second);
+                    std::fprintf(stderr,
+                                 "qzhost: the overlay %s did not load%s; the board is "
+                                 "shown alone\n",
+                                 design->GetURL().str().c_str(),
+                                 why.empty() ? "" : (": " + why).c_str());
+                }
+            }
+            auto view = qzk::ecad::PCBCompareView::Create(*scene, 1);
+            factory.ViewCreated(du::SmartPtr<qzk::Scene>(scene), du::SmartPtr<qzk::View>(view));
+            return std::make_unique<qzhost::OverlayCompareSession>(*api, scene, stdout);
+        });
+}
+
 int Open(qzkapp::SceneApiFactory& factory, Options options) {
     options.design = Resolve(options.design);
     std::string error;
@@ -324,6 +365,8 @@ int Open(qzkapp::SceneApiFactory& factory, Options options) {
         status = RunBoardSchematic(factory, options, pair, journal);
     } else if (auto schematics = du::DynamicCast<qzk::ecad::SchematicCompareScene>(created)) {
         status = RunSchematicCompare(factory, options, schematics, journal);
+    } else if (auto overlay = du::DynamicCast<qzk::ecad::PCBOvlCompareScene>(created)) {
+        status = RunOverlayCompare(factory, options, overlay, journal);
     } else {
         status = Fail("the host has no session commands for scene kind " + std::to_string(*kind) +
                       " yet");

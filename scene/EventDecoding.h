@@ -65,9 +65,12 @@ struct OnlyVisibleChange {
     unsigned int source;
     bool onlyVisible;
 };
-inline OnlyVisibleChange ReadOnlyVisibleChange(dom::MessageReader& reader) {
+// flagError: the text a missing value throws; the overlay compare's highlight switch has its own.
+inline OnlyVisibleChange
+ReadOnlyVisibleChange(dom::MessageReader& reader,
+                      char const* flagError = "Failed to retrieve the Only Visible value") {
     unsigned int const source = ReadUInt(reader, "Failed to retrieve the ChangeSource value");
-    bool const onlyVisible = ReadBool(reader, "Failed to retrieve the Only Visible value");
+    bool const onlyVisible = ReadBool(reader, flagError);
     return {source, onlyVisible};
 }
 

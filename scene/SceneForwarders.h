@@ -1,9 +1,10 @@
 // The private forwarders every concrete scene keeps with the kernel, written once: each concrete
 // scene's source names its instances in its own unnamed namespace.
 //
-// GroupOverlapForwarder hears the scene's kernel scene; only the group overlap colour concerns
-// the API scene, the kernel's other notices stay with the base class's handlers. It reaches the
-// scene through a SceneLink, cut when the scene ends.
+// SceneForwarder is the frame of every forwarder of a kernel scene: the link, cut when the kernel
+// lets the forwarder go. GroupOverlapForwarder hears the scene's kernel scene; only the group
+// overlap colour concerns the API scene, the kernel's other notices stay with the base class's
+// handlers. It reaches the scene through a SceneLink, cut when the scene ends.
 //
 // ViewForwarder hears one view and tells the application's scene manager and plug-in interface
 // of its focus, activation and status text. It knows no scene, so nothing has to cut it loose.
@@ -31,21 +32,31 @@
 
 namespace qzkapp::ecad {
 
-template <class KernelObserver, class SceneT> class GroupOverlapForwarder : public KernelObserver {
+// What every forwarder of a kernel scene is: a link to its scene, cut when the kernel lets the
+// forwarder go. It hears nothing by itself; a scene that shows no groups derives its handlers
+// from it directly.
+template <class KernelObserver, class SceneT> class SceneForwarder : public KernelObserver {
 public:
-    explicit GroupOverlapForwarder(SceneT* scene) : scene_(scene) {}
-    ~GroupOverlapForwarder() override { this->DetachFromMessageLoop(); }
+    explicit SceneForwarder(SceneT* scene) : scene_(scene) {}
+    ~SceneForwarder() override { this->DetachFromMessageLoop(); }
 
     bool RequiresBeginEnd() const override { return false; }
     void DetachObserver() override { scene_.Cut(); }
-    void OnGroupOverlapColorChanged() override {
-        scene_.Call([](SceneT& scene) { scene.OnGroupOverlapColorChanged(); });
-    }
     bool ZeroReferenceCountHook() const override { return qzk::Observer::ZeroReferenceCountHook(); }
 
 protected:
-    // A scene whose kernel scene tells more than the overlap colour adds its handlers on top.
     SceneLink<SceneT> scene_;
+};
+
+template <class KernelObserver, class SceneT>
+class GroupOverlapForwarder : public SceneForwarder<KernelObserver, SceneT> {
+public:
+    using SceneForwarder<KernelObserver, SceneT>::SceneForwarder;
+
+    void OnGroupOverlapColorChanged() override {
+        this->scene_.Call([](SceneT& scene) { scene.OnGroupOverlapColorChanged(); });
+    }
+    // A scene whose kernel scene tells more than the overlap colour adds its handlers on top.
 };
 
 template <class KernelViewObserver, class KernelView>

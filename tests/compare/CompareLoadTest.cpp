@@ -237,13 +237,7 @@ TEST_F(CompareLoadTest, FactoryKind159TellsGerberSourcesAndOverloadsApart) {
         return qzk::ViewableSource::Create(du::Symbol(path));
     };
     auto instance = qzk::Instance::Create("i");
-    // A Gerber source on either side, or a file with no extension, is not a board compare.
-    EXPECT_FALSE(factory->CreateScene(world, instance, source(Example("top-copper.gbr")), instance,
-                                      source(kFour), 159));
-    EXPECT_FALSE(factory->CreateScene(world, instance, source(kFour), instance,
-                                      source(Example("TOP.GTL")), 159));
-    EXPECT_FALSE(factory->CreateScene(world, instance, source("/tmp/noextension"), instance,
-                                      source(kFour), 159));
+    // A Gerber source on either side makes another scene (PCBOvlCompareSceneTest).
     EXPECT_FALSE(factory->CreateScene(world, instance, source(kFour), instance, source(kSix), 177));
     bool flag = true;
     EXPECT_FALSE(factory->CreateScene(world, instance, source(kFour), 159, flag));

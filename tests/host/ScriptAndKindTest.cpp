@@ -70,6 +70,11 @@ TEST(SceneKind, FromTheDesignsAndARequestedKind) {
     error.clear();
     EXPECT_FALSE(SceneKind::Choose("overlay", "schematic", std::nullopt, error).has_value());
     EXPECT_FALSE(error.empty());
+    // A film goes over a board, on either side, but never over another film.
+    EXPECT_EQ(SceneKind::Choose("overlay", "board", std::nullopt, error), 159u);
+    error.clear();
+    EXPECT_FALSE(SceneKind::Choose("overlay", "overlay", std::nullopt, error).has_value());
+    EXPECT_EQ(error, "no scene kind shows an overlay and an overlay design");
 }
 
 TEST(SceneKind, ReadsTheKindOrSaysWhyNot) {
@@ -81,6 +86,9 @@ TEST(SceneKind, ReadsTheKindOrSaysWhyNot) {
         "schematic");
     EXPECT_FALSE(SceneKind::ReadDesignKind("/nonexistent/x.json", error).has_value());
     EXPECT_EQ(error, "/nonexistent/x.json: cannot open the design file");
+    // A film is told by its name, whatever it holds and whether it is there or not: the loader
+    // reads it, and the scene reports a film it cannot read.
+    EXPECT_EQ(SceneKind::ReadDesignKind("/nonexistent/TOP.GTL", error), "overlay");
 
     std::string const path = testing::TempDir() + "qzhost-kind-" +
                              testing::UnitTest::GetInstance()->current_test_info()->name() +

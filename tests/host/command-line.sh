@@ -36,6 +36,11 @@ check 1 "^qzhost: $scratch/sheet.qzs:1:10: no sheet 7; the design has 3\$" -- \
     open "$examples/designs/three-sheet-schematic.json" --script "$scratch/sheet.qzs"
 check 1 "^qzhost: $scratch/sheet.qzs:1:1: 'sheet' is not available on a board scene; it needs a schematic scene\$" -- \
     open "$board" --script "$scratch/sheet.qzs"
+# A film that cannot be read leaves the board shown alone, and says so; two films make no scene.
+check 0 "^qzhost: the overlay $scratch/none.gbr did not load: error 1: .*; the board is shown alone\$" -- \
+    open "$board" --compare "$scratch/none.gbr"
+check 1 '^qzhost: no scene kind shows an overlay and an overlay design$' -- \
+    open "$examples/designs/top-copper.gbr" --compare "$scratch/none.gbr"
 check 1 'scene kind 74 \(board scene\) does not fit a schematic design' -- \
     open "$examples/designs/three-sheet-schematic.json" --kind 74
 check 1 'scene kind 159 .* does not fit a board design; it takes kind 74' -- \

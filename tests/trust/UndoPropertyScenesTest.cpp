@@ -1,11 +1,15 @@
 // The undo property on the other scene kinds: a schematic (its layer colours and visibility,
 // sheets changed between the changes), a board compare (its rows by colour, visibility and show
-// mode, the colour schemes, isolation and rotation) and a schematic compare (its records, between
-// sheet changes), each with the highlights, groups, draw
-// order and selection every scene has. The long form takes the same variables as the board's:
+// mode, the colour schemes, isolation and rotation), a schematic compare (its records, between
+// sheet changes), a board against a schematic in both orders (each side's colours and draw
+// order) and a board against a Gerber film (the board's sublayers, the film's row), each with the
+// highlights, groups, draw order and selection every scene has. The long form takes the same
+// variables as the board's:
 //     QZ_PROPERTY_OPS=100000 QZ_PROPERTY_SEED=7 build/tests/trust_tests --gtest_filter='*Scenes*'
 #include "compare/PCBCompareScene.h"
 #include "compare/PCBCompareSceneObserver.h"
+#include "compare/PCBOvlCompareScene.h"
+#include "compare/PCBOvlCompareSceneObserver.h"
 #include "compare/PCBSchCompareScene.h"
 #include "compare/PCBSchCompareSceneObserver.h"
 #include "compare/SchematicCompareScene.h"
@@ -20,6 +24,7 @@
 #include "qzk/ecad/EcadDesignData.h"
 #include "qzk/ecad/GroupCVInfoSet.h"
 #include "qzk/ecad/PCBCompareScene.h"
+#include "qzk/ecad/PCBOvlCompareScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/PCBView.h"
 #include "qzk/ecad/SchematicCompareScene.h"
@@ -812,6 +817,161 @@ private:
     std::vector<short> sheetOrder_;
 };
 
+class OverlayListener : public qzkapp::ecad::PCBOvlCompareSceneObserver {
+public:
+    ~OverlayListener() override { DetachFromMessageLoop(); }
+    void DetachObserver() override {}
+};
+
+// The four-layer board against the top copper film, with the board's sublayers told to the
+// kernel once after the load, as a viewer's colour panel does when it opens.
+class BoardOverlay
+    : public SubjectBase<qzkapp::ecad::PCBOvlCompareScene, qzk::ecad::PCBOvlCompareScene> {
+public:
+    enum Own {
+        SublayerColour = kCommonKinds,
+        SublayerVisible,
+        OverlayColour,
+        OverlayVisible,
+        Isolate,
+        ClearIsolated,
+        Rotate
+    };
+    static std::vector<char const*> Names() {
+        static char const* const own[] = {"sublayer-colour", "sublayer-visible", "overlay-colour",
+                                          "overlay-visible", "isolate",          "clear-isolated",
+                                          "rotate"};
+        return WithCommon(own);
+    }
+
+    explicit BoardOverlay(qzkapp::SceneApiFactory& factory) {
+        scene_ = du::DynamicCast<qzk::ecad::PCBOvlCompareScene>(factory.CreateScene(
+            qzk::World::GetWorld(), qzk::Instance::Create("board"),
+            qzk::ViewableSource::Create(
+                du::Symbol(QZ_EXAMPLES_DIR "/designs/four-layer-board.json")),
+            qzk::Instance::Create("film"),
+            qzk::ViewableSource::Create(du::Symbol(QZ_EXAMPLES_DIR "/designs/top-copper.gbr")),
+            159));
+        if (!scene_) {
+            return;
+        }
+        api_ = static_cast<qzkapp::ecad::PCBOvlCompareScene*>(scene_->GetApiScene());
+        api_->RegisterObserver(*listener_);
+        qzref::LoaderControl::WaitUntilIdle();
+        Messages::PumpUntilIdle();
+        std::vector<qzk::ecad::AnnoCVInfo> overlays;
+        api_->GetOverlayColorVisInfo(overlays);
+        if (overlays.empty()) {
+            return;
+        }
+        qzk::ecad::SublayerPCB_CVSet set;
+        api_->GetColorVisInfo(set);
+        api_->SetColorVisInfo(set, nullptr, qzkapp::ecad::ChangeSourceScene);
+        Start(api_->GetPCBData(), {"U1", "R1", "C1", "MH1", "VCC", "GND", "U1.1"});
+    }
+    ~BoardOverlay() {
+        if (api_ != nullptr) {
+            api_->UnregisterObserver(*listener_);
+        }
+    }
+
+    void Run(Op const& op) {
+        if (op.kind < kCommonKinds) {
+            RunCommon(op);
+            return;
+        }
+        auto& api = *api_;
+        switch (static_cast<Own>(op.kind)) {
+        case SublayerColour:
+        case SublayerVisible: {
+            qzk::ecad::SublayerPCB_CVSet set;
+            api.GetColorVisInfo(set);
+            auto it = set.begin();
+            std::advance(it, op.a % set.size());
+            auto entry = *it;
+            if (op.kind == SublayerVisible) {
+                entry.visible = !entry.visible;
+            } else {
+                entry.color = 0x01000000u | (op.b & 0xFFFFFFu);
+            }
+            set.erase(it);
+            set.insert(entry);
+            Recorded([&](auto const& o) {
+                api.SetColorVisInfo(set, o, qzkapp::ecad::ChangeSourceScene);
+            });
+            break;
+        }
+        case OverlayColour:
+        case OverlayVisible: {
+            std::vector<qzk::ecad::AnnoCVInfo> overlays;
+            api.GetOverlayColorVisInfo(overlays);
+            if (op.kind == OverlayVisible) {
+                overlays.front().visible = !overlays.front().visible;
+            } else {
+                overlays.front().color = 0x01000000u | (op.b & 0xFFFFFFu);
+            }
+            qzk::ecad::SublayerPCB_CVSet set;
+            api.GetColorVisInfo(set);
+            Recorded([&](auto const& o) {
+                api.SetFullColorVisInfo(qzk::ecad::GroupCVInfoSet(false), set, overlays, {}, o,
+                                        qzkapp::ecad::ChangeSourceScene);
+            });
+            break;
+        }
+        case Isolate:
+            api.Isolate(Items(op.a), NewOperation());
+            break;
+        case ClearIsolated:
+            api.ClearAllIsolated(NewOperation());
+            break;
+        case Rotate:
+            Recorded([&](auto const& o) {
+                api.AddRotation(static_cast<short>(static_cast<int>(op.a % 721) - 360), o);
+            });
+            break;
+        }
+    }
+
+    std::string Snapshot() const {
+        std::ostringstream out;
+        CommonSnapshot(out);
+        auto const inspect = qzref::Inspect(*scene_);
+        for (auto const& entry : inspect.GetColorVisInfo()) {
+            out << "kernel sublayer " << entry.layer << "," << entry.sublayer << " " << std::hex
+                << entry.color << std::dec << " " << entry.visible << "\n";
+        }
+        for (auto const& overlay : inspect.GetOverlays()) {
+            auto const film = qzref::Inspect(*overlay);
+            out << "kernel overlay " << std::hex << film.GetColorWord() << std::dec << " "
+                << film.IsVisible() << "\n";
+        }
+        std::set<std::string> isolated;
+        for (auto const& item : inspect.GetIsolated()) {
+            isolated.insert(qzref::DesignObjects::NameOf(item.object));
+        }
+        for (auto const& name : isolated) {
+            out << "kernel isolated " << name << "\n";
+        }
+        qzk::ecad::SublayerPCB_CVSet set;
+        api_->GetColorVisInfo(set);
+        for (auto const& entry : set) {
+            out << "scene sublayer " << entry.layer << "," << entry.sublayer << " " << std::hex
+                << entry.color << std::dec << " " << entry.visible << "\n";
+        }
+        std::vector<qzk::ecad::AnnoCVInfo> overlays;
+        api_->GetOverlayColorVisInfo(overlays);
+        for (auto const& row : overlays) {
+            out << "scene overlay " << std::hex << row.color << std::dec << " " << row.visible
+                << "\n";
+        }
+        out << "scene rotation " << api_->GetRotation() << "\n";
+        return out.str();
+    }
+
+private:
+    du::SmartPtr<OverlayListener> listener_ = du::MakeCounted<OverlayListener>();
+};
+
 class UndoPropertyScenes : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -855,6 +1015,10 @@ TEST_F(UndoPropertyScenes, SchematicCompareRecordsBetweenSheetChanges) {
 TEST_F(UndoPropertyScenes, BoardAgainstSchematicEachSideInEitherOrder) {
     ExpectOn<BoardSchematic<true>>();
     ExpectOn<BoardSchematic<false>>();
+}
+
+TEST_F(UndoPropertyScenes, BoardOverlaySublayersFilmRowIsolationAndRotation) {
+    ExpectOn<BoardOverlay>();
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 namespace qzk::ecad {
 class EcadPCBData;
 class PCBCompareScene;
+class PCBOvlCompareScene;
 class PCBScene;
 class PCBSchCompareScene;
 class SchematicCompareScene;
@@ -58,6 +59,11 @@ public:
     // image difference cells and grids go in the strip along the foot.
     static bool RenderCompare(qzk::ecad::PCBCompareScene const& scene, View const& view,
                               std::string const& path, std::string& error);
+    // A board compared with a Gerber overlay: the board as above, in the colours the scene was
+    // told, or, before it was told any, all of it in its side's compare colour; the overlay's
+    // film over it in the overlay's colour.
+    static bool Render(qzk::ecad::PCBOvlCompareScene const& scene, View const& view,
+                       std::string const& path, std::string& error);
     // One sheet of a schematic scene: the objects on that sheet, layers in the scene's draw
     // order, each in its layer's colour and visibility, with the looks over them.
     static bool RenderSheet(qzk::ecad::SchematicScene const& scene, unsigned int sheet,

@@ -6,6 +6,7 @@
 #include "qzk/ecad/EcadPCBData.h"
 #include "qzk/ecad/Overlay.h"
 #include "qzk/ecad/PCBCompareScene.h"
+#include "qzk/ecad/PCBOvlCompareScene.h"
 #include "qzk/ecad/PCBScene.h"
 #include "qzk/ecad/PCBSchCompareScene.h"
 #include "qzk/ecad/SchematicCompareScene.h"
@@ -559,12 +560,12 @@ std::vector<Stroke> SheetStrokes(std::vector<DesignObject*> const& onSheet,
     return strokes;
 }
 
-} // namespace
-
-bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
-                      std::string& error) {
-    auto const data = DataOf(scene);
-    auto const* board = dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get());
+// The board of a board scene, and of a board compared with an overlay, with what is drawn over
+// it: the scene's looks, isolation, overlays and crosshair.
+template <class BoardSceneT>
+bool RenderBoard(BoardSceneT const& scene, qzk::ecad::EcadPCBData const* board,
+                 qzk::ecad::SublayerPCB_CVSet const& colours, Renderer::View const& view,
+                 std::string const& path, std::string& error) {
     if (board == nullptr) {
         error = "the scene holds no loaded board";
         return false;
@@ -575,8 +576,8 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
     std::vector<DesignObject*> const objects = ObjectsOf(*board);
     auto const inspector = qzref::Inspect(scene);
     std::vector<Stroke> strokes =
-        BoardStrokes(objects, inspector.GetDrawOrder(), inspector.GetColorVisInfo(),
-                     inspector.GetIsolated(), inspector.IsIsolating(), LooksOf(scene));
+        BoardStrokes(objects, inspector.GetDrawOrder(), colours, inspector.GetIsolated(),
+                     inspector.IsIsolating(), LooksOf(scene));
     Extras extras;
     for (auto const& overlay : qzref::Inspect(scene).GetOverlays()) {
         auto const inspector = qzref::Inspect(*overlay);
@@ -610,6 +611,45 @@ bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::s
     }
     // The picture keeps its frame whatever is hidden: the whole board.
     return Paint(strokes, objects, view, path, error, extras);
+}
+
+} // namespace
+
+bool Renderer::Render(qzk::ecad::PCBScene const& scene, View const& view, std::string const& path,
+                      std::string& error) {
+    auto const data = DataOf(scene);
+    return RenderBoard(scene, dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get()),
+                       qzref::Inspect(scene).GetColorVisInfo(), view, path, error);
+}
+
+bool Renderer::Render(qzk::ecad::PCBOvlCompareScene const& scene, View const& view,
+                      std::string const& path, std::string& error) {
+    // The board is whichever design is no overlay's picture; the film is drawn as the scene's
+    // overlay.
+    du::SmartPtr<qzk::EcadDesignData> data;
+    bool boardFirst = true;
+    for (int index : {0, 1}) {
+        du::SmartPtr<qzk::EcadDesign> design;
+        scene.GetEcadDesign(design, index);
+        auto candidate = design ? design->GetEcadDesignData() : nullptr;
+        auto const* pcb = dynamic_cast<qzk::ecad::EcadPCBData const*>(candidate.Get());
+        if (pcb != nullptr && !pcb->IsOverlayData()) {
+            data = candidate;
+            boardFirst = index == 0;
+            break;
+        }
+    }
+    auto const* board = dynamic_cast<qzk::ecad::EcadPCBData const*>(data.Get());
+    qzk::ecad::SublayerPCB_CVSet sublayers = qzref::Inspect(scene).GetColorVisInfo();
+    if (sublayers.empty() && board != nullptr) {
+        // Told no sublayers yet, the kernel shows the whole board in its side's compare colour.
+        unsigned int const word =
+            (boardFirst ? scene.GetFirstItemColor() : scene.GetSecondItemColor()).GetAsHexUI();
+        for (auto const* key : board->sublayers) {
+            sublayers.insert(qzk::ecad::SublayerPCB_CV(key->layer, key->sublayer, word, true));
+        }
+    }
+    return RenderBoard(scene, board, sublayers, view, path, error);
 }
 
 bool Renderer::RenderFilm(qzk::ecad::EcadPCBData const& film, FilmView const& view,
