@@ -1,8 +1,8 @@
 // Every kind of session by the scene it drives. A new kind adds its line to kFamilies.
 #include "BoardSchematicSession.h"
 #include "CompareSession.h"
-#include "SchematicCompareSession.h"
 #include "OverlayCompareSession.h"
+#include "SchematicCompareSession.h"
 #include "SchematicSession.h"
 #include "ScriptRunner.h"
 #include "Session.h"
