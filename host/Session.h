@@ -9,6 +9,7 @@
 #include "ScenePrinter.h"
 #include "ScriptRunner.h"
 #include "du/SmartPtr.h"
+#include "scene/BaseScene.h"
 #include "scene/GroupInfo.h"
 
 #include <cstdio>
@@ -21,10 +22,6 @@ namespace qzk {
 class Operation;
 class SelectionItem;
 } // namespace qzk
-
-namespace qzkapp::ecad {
-class BaseScene;
-}
 
 namespace qzhost {
 
