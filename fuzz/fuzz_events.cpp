@@ -4,6 +4,10 @@
 // exception, a crash or an out-of-bounds read is a finding.
 #include "board/PCBSceneObserver.h"
 #include "compare/CompareSceneObserver.h"
+#include "compare/PCBCompareSceneObserver.h"
+#include "compare/PCBOvlCompareSceneObserver.h"
+#include "compare/PCBSchCompareSceneObserver.h"
+#include "compare/SchematicCompareSceneObserver.h"
 #include "design/SceneObserver.h"
 #include "dom/MessageReader.h"
 #include "qzk/AnnotationSetObserver.h"
@@ -20,6 +24,7 @@
 #include "qzk/ecad/SchematicSceneObserver.h"
 #include "qzk/ecad/SchematicViewObserver.h"
 #include "scene/BaseSceneObserver.h"
+#include "schematic/SchematicSceneObserver.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -70,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     // Room for the objects a kernel notice may carry; null, as a host could never see otherwise.
     message.objects.resize(4);
 
-    switch (data[0] % 18) {
+    switch (data[0] % 23) {
     case 0:
         Deliver<Concrete<qzkapp::ecad::BaseSceneObserver>>(message);
         break;
@@ -121,6 +126,21 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         break;
     case 16:
         Deliver<Concrete<qzk::AnnotationSetObserver>>(message);
+        break;
+    case 17:
+        Deliver<Concrete<qzkapp::ecad::SchematicSceneObserver>>(message);
+        break;
+    case 18:
+        Deliver<Concrete<qzkapp::ecad::PCBCompareSceneObserver>>(message);
+        break;
+    case 19:
+        Deliver<Concrete<qzkapp::ecad::SchematicCompareSceneObserver>>(message);
+        break;
+    case 20:
+        Deliver<Concrete<qzkapp::ecad::PCBSchCompareSceneObserver>>(message);
+        break;
+    case 21:
+        Deliver<Concrete<qzkapp::ecad::PCBOvlCompareSceneObserver>>(message);
         break;
     default: {
         // The id as the kernel's own notices start: no 'b' before it.
