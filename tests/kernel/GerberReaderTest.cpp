@@ -302,6 +302,11 @@ TEST(GerberReader, MalformedFilmsStopAtTheirLineAndCommand) {
              Case{head + "%ADD11Q,1*%\nM02*\n", 4, "ADD11Q,1", "no aperture macro"},
              Case{head + "%AMS*\n1,1," + std::string(100000, '-') + "1,0,0*%\n%ADD11S*%\nM02*\n", 6,
                   "ADD11S", "macro S: cannot work out"},
+             // A thermal whose diameter divides by zero, as the fuzzer wrote it.
+             Case{head + "%AMT*\n7,0,0,2/0,1.2,0.3,45*%\n%ADD11T*%\nM02*\n", 6, "ADD11T",
+                  "a value out of range"},
+             Case{head + "%AMT*\n$1=100000x100000x100000*\n1,1,$1,0,0*%\n%ADD11T*%\nM02*\n", 7,
+                  "ADD11T", "a value out of range"},
          }) {
         try {
             Read(c.film);

@@ -14,6 +14,9 @@ namespace qzref::gerber {
 
 namespace {
 
+// The largest magnitude a primitive's value may have, in the film's unit or as a count.
+constexpr double kLargestValue = 1e9;
+
 // Macro arithmetic: numbers, $n variables, + - x / and brackets, x and / binding tighter.
 class Expression {
 public:
@@ -194,6 +197,11 @@ DesignShape GerberMacro::Evaluate(std::vector<double> const& parameters, double 
         v.reserve(fields.size());
         for (std::string const& field : fields) {
             v.push_back(Expression(field, variables).Value());
+            // A division by zero or an overflow in a bad film: no size or count on a film comes
+            // near this, and every cast and outline below may rely on it.
+            if (!(std::abs(v.back()) <= kLargestValue)) {
+                throw std::invalid_argument("a value out of range in \"" + statement + "\"");
+            }
         }
         auto const need = [&](std::size_t n) {
             if (v.size() < n) {

@@ -17,11 +17,11 @@ void AppendArc(Points& out, double cx, double cy, double r, double a0, double a1
     double const sweep = a1 - a0;
     int steps = 1;
     if (r > kChordTolerance) {
-        double const step = 2 * std::acos(1 - kChordTolerance / r);
-        steps = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / step)));
+        double const wanted = std::ceil(std::abs(sweep) / (2 * std::acos(1 - kChordTolerance / r)));
+        // A huge radius or sweep from a bad film must not make a huge outline, nor a count out
+        // of an int's range; a sweep that is not a number draws one chord.
+        steps = wanted >= 4096 ? 4096 : (wanted >= 1 ? static_cast<int>(wanted) : 1);
     }
-    // A huge radius from a bad film must not make a huge outline.
-    steps = std::min(steps, 4096);
     for (int i = 1; i <= steps; ++i) {
         double const a = a0 + sweep * i / steps;
         out.push_back(cx + r * std::cos(a));
