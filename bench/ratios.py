@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Reads qz_bench's JSON output (--benchmark_format=json) on stdin and prints, for each measured
 operation (the board's Highlight and Isolate, the board compare's merge), the ratio to its floor at
-each size and the growth of the per-item cost from the smallest size to the largest."""
+each size and the growth of the per-item cost from the smallest size to the largest; and the
+kernel's lock and message against their plain equivalents."""
 import json
 import sys
 
@@ -9,9 +10,26 @@ import sys
 benchmarks = json.load(sys.stdin)["benchmarks"]
 medians = [b for b in benchmarks if b.get("aggregate_name") == "median"]
 runs = {}
+single = {}
 for b in medians or [b for b in benchmarks if b.get("run_type", "iteration") == "iteration"]:
-    name, size = b["run_name"].split("/")[:2]
-    runs.setdefault(name, {})[int(size)] = b["real_time"]
+    if b.get("error_occurred"):
+        continue
+    parts = b["run_name"].split("/")
+    if len(parts) == 1:
+        single[parts[0]] = b["real_time"]
+    else:
+        runs.setdefault(parts[0], {})[int(parts[1])] = b["real_time"]
+
+# Operations measured against a plain equivalent in the same run.
+PAIRS = (
+    ("BM_ReadWriteLockWrite", "BM_SharedMutexWrite"),
+    ("BM_OneThread_EventPostAndDeliver", "BM_OneThread_MutexDequePushPop"),
+    ("BM_Threads_EventPostAndDeliver", "BM_Threads_MutexDequePushPop"),
+)
+for name, floor in PAIRS:
+    if name in single and floor in single:
+        print(f"{name}: {single[name]:.1f} ns, {floor} {single[floor]:.1f} ns, "
+              f"ratio {single[name] / single[floor]:.2f}")
 
 # Each floor with the operations measured against it.
 FLOORS = {

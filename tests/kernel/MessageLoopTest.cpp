@@ -145,6 +145,73 @@ TEST_F(MessageLoopTest, HandlerExceptionIsKeptAndTheLoopGoesOn) {
     EXPECT_TRUE(Messages::TakeHandlerErrors().empty());
 }
 
+// A message's storage serves post after post: a handler reads only what was posted, and the
+// objects a message carried go once it has been delivered, not when its storage is next used.
+class Token : public du::CommonAllocated, public du::RefCounted {
+public:
+    explicit Token(bool* gone) : gone_(gone) {}
+    ~Token() override { *gone_ = true; }
+
+private:
+    bool* gone_;
+};
+
+class TextEvent : public dom::ObservableEvent {
+public:
+    TextEvent(std::string text, du::SmartPtr<du::RefCounted> object)
+        : text_(std::move(text)), object_(std::move(object)) {}
+    void Post(dom::ObserverProxy* proxy) const override {
+        proxy->PushUInt8Value(30);
+        proxy->PushStringValue(text_);
+        if (object_) {
+            proxy->PushObjectValue(object_);
+        }
+    }
+
+private:
+    std::string text_;
+    du::SmartPtr<du::RefCounted> object_;
+};
+
+class TextReader : public dom::Observer {
+public:
+    ~TextReader() override { DetachFromMessageLoop(); }
+    void EventHandler(dom::MessageReader& reader) override {
+        unsigned char id = 0;
+        std::string text;
+        du::SmartPtr<du::RefCounted> object;
+        reader.GetUInt8Value(id);
+        reader.GetStringValue(text);
+        bool const hasObject = reader.GetObjectValue(object);
+        seen.push_back(text + (hasObject ? "+object" : "") + (reader.AtEnd() ? "" : "+more"));
+    }
+    std::vector<std::string> seen;
+};
+
+TEST_F(MessageLoopTest, ReusedMessagesCarryOnlyWhatWasPostedAndLetTheirObjectsGo) {
+    TextReader reader;
+    ASSERT_TRUE(observable_.AddObserver(reader, MakeProxy(reader)));
+    std::vector<std::string> expected;
+    for (int round = 0; round < 6; ++round) {
+        bool const withObject = round % 2 == 0;
+        std::string const text = withObject ? std::string(1000, 'x') : "short";
+        bool gone = false;
+        {
+            du::SmartPtr<du::RefCounted> token;
+            if (withObject) {
+                void* block = du::CommonAllocatorImpl::Allocate(sizeof(Token), nullptr);
+                token = du::SmartPtr<du::RefCounted>(new (block) Token(&gone));
+            }
+            observable_.PostEvent(TextEvent(text, token));
+        }
+        EXPECT_FALSE(gone) << "the queued message holds its object";
+        ASSERT_TRUE(Messages::PumpOne());
+        EXPECT_EQ(gone, withObject) << "round " << round;
+        expected.push_back(withObject ? text + "+object" : text);
+    }
+    EXPECT_EQ(reader.seen, expected);
+}
+
 // A counted observer that lets go of the last reference to itself in its own handler, as a load
 // event does when the scene drops it on completion, then goes on using its members.
 class SelfReleasing : public dom::Observer {

@@ -18,6 +18,7 @@
 #include "du/Types.h"
 
 #include <cstring>
+#include <memory>
 #include <string>
 
 namespace dom {
@@ -35,8 +36,11 @@ public:
     // Begin and the fixed-width pushes are inline: an event pushes a few values per message, and
     // a call would cost more than the push.
     void Begin() {
-        message_.bytes.clear();
-        message_.objects.clear();
+        if (message_ == nullptr) {
+            message_ = std::make_unique<MessageData>();
+        }
+        message_->bytes.clear();
+        message_->objects.clear();
     }
     void End();
     void PushUInt8Value(unsigned char value) { Append(wire::UInt8, value); }
@@ -59,11 +63,13 @@ private:
         char buffer[1 + sizeof(T)];
         buffer[0] = tag;
         std::memcpy(buffer + 1, &value, sizeof(T));
-        message_.bytes.append(buffer, sizeof buffer);
+        message_->bytes.append(buffer, sizeof buffer);
     }
 
     uint64 handle_ = 0;
-    MessageData message_;
+    // Handed to the message loop by End, which gives an empty one back (or none, when Begin
+    // makes one), so a message is never copied on its way.
+    std::unique_ptr<MessageData> message_;
 };
 
 } // namespace dom

@@ -15,7 +15,7 @@ bool Observable::AddObserver(Observer const& observer, du::SmartPtr<ObserverProx
     if (!proxy) {
         return false;
     }
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     auto same = [&observer](Entry const& entry) { return entry.observer == &observer; };
     if (std::any_of(entries_.begin(), entries_.end(), same)) {
         return false;
@@ -25,7 +25,7 @@ bool Observable::AddObserver(Observer const& observer, du::SmartPtr<ObserverProx
 }
 
 du::SmartPtr<ObserverProxy> Observable::RemoveObserver(Observer const& observer) {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     auto found = std::find_if(entries_.begin(), entries_.end(), [&observer](Entry const& entry) {
         return entry.observer == &observer;
     });
@@ -40,7 +40,7 @@ du::SmartPtr<ObserverProxy> Observable::RemoveObserver(Observer const& observer)
 std::vector<Observer const*> Observable::RemoveAllObservers() {
     std::vector<Entry> removed;
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(lock_);
         removed.swap(entries_);
     }
     std::vector<Observer const*> observers;
@@ -52,18 +52,18 @@ std::vector<Observer const*> Observable::RemoveAllObservers() {
 }
 
 bool Observable::HasObserver(Observer const& observer) const {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     return std::any_of(entries_.begin(), entries_.end(),
                        [&observer](Entry const& entry) { return entry.observer == &observer; });
 }
 
 std::size_t Observable::GetObserverCount() const {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     return entries_.size();
 }
 
 void Observable::PostEvent(ObservableEvent const& event) {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     for (Entry const& entry : entries_) {
         entry.proxy->Begin();
         event.Post(entry.proxy.Get());
@@ -72,7 +72,7 @@ void Observable::PostEvent(ObservableEvent const& event) {
 }
 
 bool Observable::PostEventTo(Observer const& observer, ObservableEvent const& event) {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     for (Entry const& entry : entries_) {
         if (entry.observer == &observer) {
             entry.proxy->Begin();

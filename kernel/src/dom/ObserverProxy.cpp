@@ -19,23 +19,24 @@ void ObserverProxy::End() {
     if (handle_ == 0) {
         return;
     }
-    qzk::MessageLoop::Get().Queue(handle_, std::move(message_));
-    message_.bytes.clear();
-    message_.objects.clear();
+    qzk::MessageLoop::Get().Queue(handle_, message_);
 }
 
 void ObserverProxy::PushStringValue(std::string const& value) {
     Append(wire::String, static_cast<std::uint32_t>(value.size()));
-    message_.bytes.append(value);
+    message_->bytes.append(value);
 }
 
 void ObserverProxy::PushObjectValue(du::SmartPtr<du::RefCounted> const& value) {
-    message_.bytes.push_back(wire::Object);
-    message_.objects.push_back(value);
+    message_->bytes.push_back(wire::Object);
+    message_->objects.push_back(value);
 }
 
 MessageData ObserverProxy::TakeMessage() {
-    return std::exchange(message_, MessageData{});
+    if (message_ == nullptr) {
+        return {};
+    }
+    return std::exchange(*message_, MessageData{});
 }
 
 } // namespace dom

@@ -2,10 +2,12 @@
 
 #include "dom/Observer.h"
 #include "du/RefCounted.h"
+#include "du/SingleThread.h"
 
 #include <algorithm>
 #include <chrono>
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace qzk {
@@ -29,10 +31,10 @@ MessageLoop::~MessageLoop() {
 // callers on the message path; an exported member function is otherwise called through the PLT.
 inline MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
     std::uint32_t const index = IndexOf(handle);
-    if (index >= slots_.size()) {
+    if (index >= slotCount_) {
         return nullptr;
     }
-    Slot& slot = slots_[index];
+    Slot& slot = slotBlocks_[index >> kSlotBlockBits][index & (kSlotBlockSize - 1)];
     if (slot.observer == nullptr || slot.generation != static_cast<std::uint32_t>(handle >> 32)) {
         return nullptr;
     }
@@ -50,23 +52,26 @@ void MessageLoop::Free(Slot& slot, std::uint32_t index) {
 }
 
 uint64 MessageLoop::AddObserver(dom::Observer* observer) {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     std::uint32_t index = 0;
     if (!free_.empty()) {
         index = free_.back();
         free_.pop_back();
     } else {
-        index = static_cast<std::uint32_t>(slots_.size());
-        slots_.emplace_back();
+        index = slotCount_;
+        if ((index & (kSlotBlockSize - 1)) == 0) {
+            slotBlocks_.push_back(std::make_unique<Slot[]>(kSlotBlockSize));
+        }
+        ++slotCount_;
     }
-    Slot& slot = slots_[index];
+    Slot& slot = slotBlocks_[index >> kSlotBlockBits][index & (kSlotBlockSize - 1)];
     slot.observer = observer;
     return MakeHandle(slot.generation, index);
 }
 
 void MessageLoop::RemoveObserver(uint64 handle) noexcept {
     std::thread::id const self = std::this_thread::get_id();
-    std::unique_lock lock(mutex_);
+    std::unique_lock lock(lock_);
     for (;;) {
         Slot* slot = Find(handle);
         if (slot == nullptr) {
@@ -87,7 +92,7 @@ void MessageLoop::RemoveObserver(uint64 handle) noexcept {
 }
 
 bool MessageLoop::ReleaseIfIdle(uint64 handle) noexcept {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     Slot* slot = Find(handle);
     if (slot == nullptr) {
         return true;
@@ -103,7 +108,7 @@ bool MessageLoop::ReleaseIfIdle(uint64 handle) noexcept {
     return true;
 }
 
-inline void MessageLoop::PushQueued(uint64 handle, dom::MessageData&& message) {
+inline void MessageLoop::PushQueued(uint64 handle, std::unique_ptr<dom::MessageData>&& message) {
     if (count_ == ring_.size()) {
         std::vector<Queued> grown(std::max<std::size_t>(16, ring_.size() * 2));
         for (std::size_t i = 0; i < count_; ++i) {
@@ -126,21 +131,53 @@ inline void MessageLoop::PopQueued(Queued& out) {
     --count_;
 }
 
-void MessageLoop::Queue(uint64 handle, dom::MessageData&& message) {
-    std::lock_guard lock(mutex_);
-    PushQueued(handle, std::move(message));
-    if (dispatcherRunning_.load(std::memory_order_relaxed)) {
+void MessageLoop::ReserveEmptyMessages() noexcept {
+    if (emptyMessages_.capacity() < kKeptMessages) {
+        try {
+            emptyMessages_.reserve(kKeptMessages);
+        } catch (std::bad_alloc const&) {
+            // Then messages are freed instead of kept.
+        }
+    }
+}
+
+inline void MessageLoop::KeepEmptyMessage(std::unique_ptr<dom::MessageData>&& message) noexcept {
+    if (emptyMessages_.size() == emptyMessages_.capacity()) {
+        ReserveEmptyMessages();
+    }
+    // Never grows the list here, so keeping cannot fail.
+    if (emptyMessages_.size() < emptyMessages_.capacity()) {
+        emptyMessages_.push_back(std::move(message));
+    }
+}
+
+void MessageLoop::Queue(uint64 handle, std::unique_ptr<dom::MessageData>& message) {
+    std::unique_ptr<dom::MessageData> empty;
+    bool wake = false;
+    {
+        std::lock_guard lock(lock_);
+        PushQueued(handle, std::move(message));
+        if (!emptyMessages_.empty()) {
+            empty = std::move(emptyMessages_.back());
+            emptyMessages_.pop_back();
+        }
+        wake = std::exchange(dispatcherSleeping_, false);
+    }
+    if (wake) {
         queued_.notify_one();
     }
+    // None kept: the proxy makes one when it next writes.
+    message = std::move(empty);
 }
 
 inline bool MessageLoop::DeliverNext() {
     std::thread::id const self = std::this_thread::get_id();
+    // Declared before the lock, so a dropped message's objects are released after it.
     Queued item;
     Slot* slot = nullptr;
     dom::Observer* target = nullptr;
     {
-        std::unique_lock lock(mutex_);
+        std::unique_lock lock(lock_);
         // One delivery at a time; a handler that pumps nests its deliveries in its own.
         for (;;) {
             std::thread::id const busy = deliveringThread_.load();
@@ -148,6 +185,10 @@ inline bool MessageLoop::DeliverNext() {
                 break;
             }
             WaitForADelivery(lock);
+        }
+        // Nobody else delivers while this thread holds the lock, so finished_ is this thread's.
+        if (finished_ != nullptr) {
+            KeepEmptyMessage(std::move(finished_));
         }
         if (count_ == 0) {
             return false;
@@ -158,7 +199,7 @@ inline bool MessageLoop::DeliverNext() {
             ++dropped_;
             return true;
         }
-        // Only this thread, under the mutex, starts deliveries; the hook and the end of a delivery
+        // Only this thread, under the lock, starts deliveries; the hook and the end of a delivery
         // change the state with read-modify-writes, so a plain increment does here.
         slot->state.store(slot->state.load(std::memory_order_relaxed) + OneDelivery,
                           std::memory_order_relaxed);
@@ -167,7 +208,7 @@ inline bool MessageLoop::DeliverNext() {
             deliveringThread_.store(self, std::memory_order_relaxed);
         }
     }
-    dom::MessageReader reader(item.message);
+    dom::MessageReader reader(*item.message);
     try {
         target->HandleMessage(reader);
     } catch (std::exception const& error) {
@@ -175,16 +216,22 @@ inline bool MessageLoop::DeliverNext() {
     } catch (...) {
         RecordError(item.handle, "unknown exception");
     }
-    EndDelivery(*slot, item.handle);
+    EndDelivery(*slot, item.handle, std::move(item.message));
     return true;
 }
 
-inline void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
+inline void MessageLoop::EndDelivery(Slot& slot, uint64 handle,
+                                     std::unique_ptr<dom::MessageData>&& message) {
     dom::Observer* release = nullptr;
-    std::uint32_t const state =
-        slot.state.fetch_sub(OneDelivery, std::memory_order_acq_rel) - OneDelivery;
+    std::uint32_t state = 0;
+    if (du::ProcessHasOneThread()) {
+        state = slot.state.load(std::memory_order_relaxed) - OneDelivery;
+        slot.state.store(state, std::memory_order_relaxed);
+    } else {
+        state = slot.state.fetch_sub(OneDelivery, std::memory_order_acq_rel) - OneDelivery;
+    }
     if (state < OneDelivery && (state & (ReleasePending | Dead)) != 0) {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(lock_);
         if ((state & Dead) != 0) {
             Free(slot, IndexOf(handle));
         } else {
@@ -192,11 +239,22 @@ inline void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
             release = slot.observer;
         }
     }
+    // Emptied here, outside the lock: releasing the message's objects may end observers.
+    message->objects.clear();
+    if (message->bytes.capacity() > kKeptMessageBytes) {
+        std::string().swap(message->bytes);
+    } else {
+        message->bytes.clear();
+    }
+    // A nested delivery's message may still sit here; that one is freed.
+    finished_ = std::move(message);
     if (--deliveryDepth_ == 0) {
         deliveringThread_.store(std::thread::id(), std::memory_order_release);
     }
     if (waiters_.load(std::memory_order_relaxed) > 0) {
-        std::lock_guard lock(mutex_);
+        // Taking the lock once puts every waiter that has looked at the state either inside the
+        // wait or back to looking again.
+        { std::lock_guard lock(lock_); }
         delivered_.notify_all();
     }
     if (release != nullptr) {
@@ -205,8 +263,8 @@ inline void MessageLoop::EndDelivery(Slot& slot, uint64 handle) {
     }
 }
 
-void MessageLoop::WaitForADelivery(std::unique_lock<std::mutex>& lock) {
-    // The end of a delivery tells waiters without taking the mutex first unless it sees them, so
+void MessageLoop::WaitForADelivery(std::unique_lock<du::SpinLock>& lock) {
+    // The end of a delivery tells waiters without taking the lock first unless it sees them, so
     // a wake-up can be missed; the timeout bounds what that costs. Waiting is rare: a pump racing
     // the dispatcher, or an observer ending while the dispatcher delivers to it.
     ++waiters_;
@@ -215,12 +273,19 @@ void MessageLoop::WaitForADelivery(std::unique_lock<std::mutex>& lock) {
 }
 
 void MessageLoop::RecordError(uint64 handle, std::string const& what) {
-    std::lock_guard lock(mutex_);
-    Slot* slot = Find(handle);
-    // The handler may have ended its own observer; its class can no longer be asked.
-    std::string where =
-        slot != nullptr ? slot->observer->GetObjectClass() : std::string("(observer gone)");
-    errors_.push_back(where + ": " + what);
+    dom::Observer* observer = nullptr;
+    {
+        std::lock_guard lock(lock_);
+        Slot* slot = Find(handle);
+        observer = slot != nullptr ? slot->observer : nullptr;
+    }
+    // The delivery still counts, so the observer stays until it ends and its class is asked
+    // outside the lock. A handler that ended its own observer leaves none to ask.
+    std::string entry = observer != nullptr ? observer->GetObjectClass() : "(observer gone)";
+    entry += ": ";
+    entry += what;
+    std::lock_guard lock(lock_);
+    errors_.push_back(std::move(entry));
 }
 
 bool MessageLoop::PumpOne() {
@@ -236,7 +301,7 @@ std::size_t MessageLoop::PumpUntilIdle() {
 }
 
 std::size_t MessageLoop::GetPendingCount() const {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     return count_;
 }
 
@@ -244,12 +309,12 @@ std::size_t MessageLoop::DiscardPending() {
     std::vector<Queued> dropped;
     std::size_t count = 0;
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(lock_);
         dropped.swap(ring_);
         count = std::exchange(count_, 0);
         head_ = 0;
     }
-    // The messages' objects are released outside the loop's mutex.
+    // The messages' objects are released outside the loop's lock.
     return count;
 }
 
@@ -259,7 +324,7 @@ bool MessageLoop::StartDispatcher() {
         return false;
     }
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(lock_);
         stopDispatcher_ = false;
     }
     dispatcherRunning_.store(true);
@@ -273,10 +338,12 @@ bool MessageLoop::StopDispatcher() {
         return false;
     }
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(lock_);
         stopDispatcher_ = true;
-        queued_.notify_all();
     }
+    // Past the lock, the dispatcher has either still to look at the flag or is inside the wait,
+    // which it entered before letting the lock go.
+    queued_.notify_all();
     dispatcher_.join();
     dispatcherRunning_.store(false);
     return true;
@@ -289,8 +356,12 @@ bool MessageLoop::IsDispatcherRunning() const {
 void MessageLoop::Dispatch() {
     for (;;) {
         {
-            std::unique_lock lock(mutex_);
-            queued_.wait(lock, [this] { return stopDispatcher_ || count_ != 0; });
+            std::unique_lock lock(lock_);
+            while (!stopDispatcher_ && count_ == 0) {
+                dispatcherSleeping_ = true;
+                queued_.wait(lock);
+            }
+            dispatcherSleeping_ = false;
             if (stopDispatcher_) {
                 return;
             }
@@ -300,12 +371,12 @@ void MessageLoop::Dispatch() {
 }
 
 std::vector<std::string> MessageLoop::TakeHandlerErrors() {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     return std::exchange(errors_, {});
 }
 
 std::size_t MessageLoop::GetDroppedCount() const {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(lock_);
     return dropped_;
 }
 
