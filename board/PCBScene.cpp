@@ -1,5 +1,6 @@
 #include "board/PCBScene.h"
 
+#include "board/BoardSwitches.h"
 #include "board/ColorVisPCBOperationStep.h"
 #include "board/IsolateOperations.h"
 #include "board/OrientationOperations.h"
@@ -195,44 +196,26 @@ short PCBScene::GetBottomLayer() const {
 // ---------------------------------------------------------------------------------------------
 // Switches and selection
 
+using Switches = BoardSwitches<PCBScene>;
+
 void PCBScene::ToggleShowLogicalConnection() {
-    dp::WriteLocker lock(GetRWLock());
-    showLogicalConnections = !showLogicalConnections;
-    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
-        board->SetShowLogicalConnection(showLogicalConnections);
-    }
+    Switches::ToggleShowLogicalConnection(*this);
 }
 
 bool PCBScene::GetHighlightOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return highlightOnlyVisible;
+    return Switches::GetHighlightOnlyVisible(*this);
 }
 
 void PCBScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (highlightOnlyVisible == value) {
-        return;
-    }
-    highlightOnlyVisible = value;
-    kernelScene->SetHighlightOnlyVisible(value);
-    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetHighlightOnlyVisible(*this, value, source);
 }
 
 bool PCBScene::GetIsolateOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return isolateOnlyVisible;
+    return Switches::GetIsolateOnlyVisible(*this);
 }
 
 void PCBScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (isolateOnlyVisible == value) {
-        return;
-    }
-    isolateOnlyVisible = value;
-    if (qzk::ecad::PCBScene* board = _GetPCBKernelScene()) {
-        board->SetIsolateOnlyVisible(value);
-    }
-    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetIsolateOnlyVisible(*this, value, source);
 }
 
 void PCBScene::SetSelectedItems(std::vector<du::SmartPtr<qzk::SelectionItem>> const& items) {

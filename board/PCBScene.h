@@ -201,6 +201,7 @@ private:
 
     friend class qzk::Observable::DefaultRegisterInitHelper<PCBScene,
                                                             qzkapp::ecad::PCBSceneObserver>;
+    template <class> friend class BoardSwitches;
     template <class> friend class IsolateOperations;
     template <class> friend class OrientationOperations;
 

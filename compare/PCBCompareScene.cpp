@@ -1,5 +1,6 @@
 #include "compare/PCBCompareScene.h"
 
+#include "board/BoardSwitches.h"
 #include "board/IsolateOperations.h"
 #include "board/OrientationOperations.h"
 #include "compare/BoardCompareMerge.h"
@@ -316,46 +317,26 @@ void PCBCompareScene::ApplyColorVisInfo(qzk::ecad::SublayerPCB_CVSet const& /*se
 // ---------------------------------------------------------------------------------------------
 // Switches
 
+using Switches = BoardSwitches<PCBCompareScene>;
+
 void PCBCompareScene::ToggleShowLogicalConnection() {
-    dp::WriteLocker lock(GetRWLock());
-    showLogicalConnections = !showLogicalConnections;
-    if (qzk::ecad::PCBCompareScene* board = _GetPCBCompareKernelScene()) {
-        board->SetShowLogicalConnection(showLogicalConnections);
-    }
+    Switches::ToggleShowLogicalConnection(*this);
 }
 
 bool PCBCompareScene::GetHighlightOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return highlightOnlyVisible;
+    return Switches::GetHighlightOnlyVisible(*this);
 }
 
 void PCBCompareScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (highlightOnlyVisible == value) {
-        return;
-    }
-    highlightOnlyVisible = value;
-    if (kernelScene) {
-        kernelScene->SetHighlightOnlyVisible(value);
-    }
-    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetHighlightOnlyVisible(*this, value, source);
 }
 
 bool PCBCompareScene::GetIsolateOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return isolateOnlyVisible;
+    return Switches::GetIsolateOnlyVisible(*this);
 }
 
 void PCBCompareScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (isolateOnlyVisible == value) {
-        return;
-    }
-    isolateOnlyVisible = value;
-    if (qzk::ecad::PCBCompareScene* board = _GetPCBCompareKernelScene()) {
-        board->SetIsolateOnlyVisible(value);
-    }
-    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetIsolateOnlyVisible(*this, value, source);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -143,6 +143,7 @@ protected:
 private:
     friend class qzk::Observable::DefaultRegisterInitHelper<PCBCompareScene,
                                                             qzkapp::ecad::PCBCompareSceneObserver>;
+    template <class> friend class BoardSwitches;
     template <class> friend class IsolateOperations;
     template <class> friend class OrientationOperations;
 

@@ -1,5 +1,6 @@
 #include "compare/PCBOvlCompareScene.h"
 
+#include "board/BoardSwitches.h"
 #include "board/ColorVisOverlayOperationStep.h"
 #include "board/ColorVisPCBOperationStep.h"
 #include "board/IsolateOperations.h"
@@ -583,46 +584,26 @@ void PCBOvlCompareScene::FlipVertOverlay() {
 // ---------------------------------------------------------------------------------------------
 // Switches
 
+using Switches = BoardSwitches<PCBOvlCompareScene>;
+
 void PCBOvlCompareScene::ToggleShowLogicalConnection() {
-    dp::WriteLocker lock(GetRWLock());
-    showLogicalConnections = !showLogicalConnections;
-    if (qzk::ecad::PCBOvlCompareScene* board = _GetOvlKernelScene()) {
-        board->SetShowLogicalConnection(showLogicalConnections);
-    }
+    Switches::ToggleShowLogicalConnection(*this);
 }
 
 bool PCBOvlCompareScene::GetHighlightOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return highlightOnlyVisible;
+    return Switches::GetHighlightOnlyVisible(*this);
 }
 
 void PCBOvlCompareScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (highlightOnlyVisible == value) {
-        return;
-    }
-    highlightOnlyVisible = value;
-    if (kernelScene) {
-        kernelScene->SetHighlightOnlyVisible(value);
-    }
-    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetHighlightOnlyVisible(*this, value, source);
 }
 
 bool PCBOvlCompareScene::GetIsolateOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return isolateOnlyVisible;
+    return Switches::GetIsolateOnlyVisible(*this);
 }
 
 void PCBOvlCompareScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (isolateOnlyVisible == value) {
-        return;
-    }
-    isolateOnlyVisible = value;
-    if (qzk::ecad::PCBOvlCompareScene* board = _GetOvlKernelScene()) {
-        board->SetIsolateOnlyVisible(value);
-    }
-    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetIsolateOnlyVisible(*this, value, source);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -194,6 +194,7 @@ private:
     friend class qzk::Observable::DefaultRegisterInitHelper<
         PCBOvlCompareScene, qzkapp::ecad::PCBOvlCompareSceneObserver>;
     friend class OverlayLoadCompletion;
+    template <class> friend class BoardSwitches;
     template <class> friend class IsolateOperations;
     template <class> friend class OrientationOperations;
 

@@ -1,5 +1,6 @@
 #include "compare/PCBSchCompareScene.h"
 
+#include "board/BoardSwitches.h"
 #include "board/ColorVisPCBOperationStep.h"
 #include "board/IsolateOperations.h"
 #include "board/OrientationOperations.h"
@@ -328,46 +329,26 @@ short PCBSchCompareScene::GetBottomLayer() const {
 // ---------------------------------------------------------------------------------------------
 // Switches and selection
 
+using Switches = BoardSwitches<PCBSchCompareScene>;
+
 void PCBSchCompareScene::ToggleShowLogicalConnection() {
-    dp::WriteLocker lock(GetRWLock());
-    showLogicalConnections = !showLogicalConnections;
-    if (qzk::ecad::PCBSchCompareScene* compare = _GetPCBSchKernelScene()) {
-        compare->SetShowLogicalConnection(showLogicalConnections);
-    }
+    Switches::ToggleShowLogicalConnection(*this);
 }
 
 bool PCBSchCompareScene::GetHighlightOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return highlightOnlyVisible;
+    return Switches::GetHighlightOnlyVisible(*this);
 }
 
 bool PCBSchCompareScene::GetIsolateOnlyVisible() const {
-    dp::ReadLocker lock(GetRWLock());
-    return isolateOnlyVisible;
+    return Switches::GetIsolateOnlyVisible(*this);
 }
 
 void PCBSchCompareScene::SetHighlightOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (highlightOnlyVisible == value) {
-        return;
-    }
-    highlightOnlyVisible = value;
-    if (kernelScene) {
-        kernelScene->SetHighlightOnlyVisible(value);
-    }
-    _PostEvent(HIGHLIGHTONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetHighlightOnlyVisible(*this, value, source);
 }
 
 void PCBSchCompareScene::SetIsolateOnlyVisible(bool value, ChangeSource source) {
-    dp::WriteLocker lock(GetRWLock());
-    if (isolateOnlyVisible == value) {
-        return;
-    }
-    isolateOnlyVisible = value;
-    if (qzk::ecad::PCBSchCompareScene* compare = _GetPCBSchKernelScene()) {
-        compare->SetIsolateOnlyVisible(value);
-    }
-    _PostEvent(ISOLATEONLYVISIBLE_CHANGED_EVENT(), static_cast<unsigned int>(source), value);
+    Switches::SetIsolateOnlyVisible(*this, value, source);
 }
 
 void PCBSchCompareScene::SetSelectedItems(

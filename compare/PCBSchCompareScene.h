@@ -220,6 +220,7 @@ protected:
 private:
     friend class qzk::Observable::DefaultRegisterInitHelper<
         PCBSchCompareScene, qzkapp::ecad::PCBSchCompareSceneObserver>;
+    template <class> friend class BoardSwitches;
     template <class> friend class IsolateOperations;
     template <class> friend class OrientationOperations;
 
