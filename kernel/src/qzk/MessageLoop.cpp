@@ -41,14 +41,19 @@ inline MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
     return &slot;
 }
 
-void MessageLoop::Free(Slot& slot, std::uint32_t index) {
+void MessageLoop::Free(Slot& slot, std::uint32_t index) noexcept {
     slot.observer = nullptr;
     // Generations start at 1, so no handle is ever 0 (0 is an unbound proxy's).
     if (++slot.generation == 0) {
         slot.generation = 1;
     }
     slot.state.store(0, std::memory_order_relaxed);
-    free_.push_back(index);
+    // Called where nothing may throw (an observer's destructor, the end of a delivery): a slot
+    // that cannot be listed is not used again, which costs its few bytes and nothing else.
+    try {
+        free_.push_back(index);
+    } catch (std::bad_alloc const&) {
+    }
 }
 
 uint64 MessageLoop::AddObserver(dom::Observer* observer) {
@@ -272,7 +277,7 @@ void MessageLoop::WaitForADelivery(std::unique_lock<du::SpinLock>& lock) {
     --waiters_;
 }
 
-void MessageLoop::RecordError(uint64 handle, std::string const& what) {
+void MessageLoop::RecordError(uint64 handle, char const* what) noexcept {
     dom::Observer* observer = nullptr;
     {
         std::lock_guard lock(lock_);
@@ -280,12 +285,16 @@ void MessageLoop::RecordError(uint64 handle, std::string const& what) {
         observer = slot != nullptr ? slot->observer : nullptr;
     }
     // The delivery still counts, so the observer stays until it ends and its class is asked
-    // outside the lock. A handler that ended its own observer leaves none to ask.
-    std::string entry = observer != nullptr ? observer->GetObjectClass() : "(observer gone)";
-    entry += ": ";
-    entry += what;
-    std::lock_guard lock(lock_);
-    errors_.push_back(std::move(entry));
+    // outside the lock. A handler that ended its own observer leaves none to ask. Without memory
+    // for the text the error goes unrecorded, and the delivery still ends.
+    try {
+        std::string entry = observer != nullptr ? observer->GetObjectClass() : "(observer gone)";
+        entry += ": ";
+        entry += what;
+        std::lock_guard lock(lock_);
+        errors_.push_back(std::move(entry));
+    } catch (std::exception const&) {
+    }
 }
 
 bool MessageLoop::PumpOne() {

@@ -97,13 +97,13 @@ private:
     // Under lock_: the live slot of handle, or null.
     Slot* Find(uint64 handle);
     // Under lock_, with no delivery running to the slot: makes it free for a new observer.
-    void Free(Slot& slot, std::uint32_t index);
+    void Free(Slot& slot, std::uint32_t index) noexcept;
     // Takes the next message and delivers it; false when the queue is empty.
     bool DeliverNext();
     void EndDelivery(Slot& slot, uint64 handle, std::unique_ptr<dom::MessageData>&& message);
     void Dispatch();
     void WaitForADelivery(std::unique_lock<du::SpinLock>& lock);
-    void RecordError(uint64 handle, std::string const& what);
+    void RecordError(uint64 handle, char const* what) noexcept;
 
     // A spin lock: posts and deliveries hold it for a few dozen instructions, and a mutex's
     // release would cost each of them another atomic operation.
