@@ -307,6 +307,10 @@ TEST(GerberReader, MalformedFilmsStopAtTheirLineAndCommand) {
                   "a value out of range"},
              Case{head + "%AMT*\n$1=100000x100000x100000*\n1,1,$1,0,0*%\n%ADD11T*%\nM02*\n", 7,
                   "ADD11T", "a value out of range"},
+             // A corner count far beyond an int, as the fuzzer wrote it.
+             Case{head + "%ADD17P,0.12X99999999999X15*%\nM02*\n", 4, "ADD17P,0.12X99999999999X15",
+                  "3 to 12 corners"},
+             Case{head + "%ADD17P,0.12X3.5*%\nM02*\n", 4, "ADD17P,0.12X3.5", "3 to 12 corners"},
          }) {
         try {
             Read(c.film);

@@ -390,10 +390,12 @@ private:
             }
         } else if (name == "P") {
             need(2, 4);
-            int const corners = static_cast<int>(values[1]);
-            if (values[0] < 0 || corners < 3 || corners > 12 || corners != values[1]) {
+            // Checked as a number first: a count beyond an int's range cannot be converted.
+            if (values[0] < 0 || !(values[1] >= 3 && values[1] <= 12) ||
+                values[1] != std::floor(values[1])) {
                 Fail("a polygon aperture has a size and 3 to 12 corners");
             }
+            int const corners = static_cast<int>(values[1]);
             aperture.kind = Aperture::Polygon;
             aperture.width = values[0] * u;
             flash.kind = DesignShape::Polygon;
