@@ -34,7 +34,7 @@ inline MessageLoop::Slot* MessageLoop::Find(uint64 handle) {
     if (index >= slotCount_) {
         return nullptr;
     }
-    Slot& slot = slotBlocks_[index >> kSlotBlockBits][index & (kSlotBlockSize - 1)];
+    Slot& slot = SlotAt(index);
     if (slot.observer == nullptr || slot.generation != static_cast<std::uint32_t>(handle >> 32)) {
         return nullptr;
     }
@@ -69,7 +69,7 @@ uint64 MessageLoop::AddObserver(dom::Observer* observer) {
         }
         ++slotCount_;
     }
-    Slot& slot = slotBlocks_[index >> kSlotBlockBits][index & (kSlotBlockSize - 1)];
+    Slot& slot = SlotAt(index);
     slot.observer = observer;
     return MakeHandle(slot.generation, index);
 }
@@ -136,23 +136,13 @@ inline void MessageLoop::PopQueued(Queued& out) {
     --count_;
 }
 
-void MessageLoop::ReserveEmptyMessages() noexcept {
-    if (emptyMessages_.capacity() < kKeptMessages) {
-        try {
-            emptyMessages_.reserve(kKeptMessages);
-        } catch (std::bad_alloc const&) {
-            // Then messages are freed instead of kept.
-        }
-    }
-}
-
 inline void MessageLoop::KeepEmptyMessage(std::unique_ptr<dom::MessageData>&& message) noexcept {
-    if (emptyMessages_.size() == emptyMessages_.capacity()) {
-        ReserveEmptyMessages();
-    }
-    // Never grows the list here, so keeping cannot fail.
-    if (emptyMessages_.size() < emptyMessages_.capacity()) {
-        emptyMessages_.push_back(std::move(message));
+    if (emptyMessages_.size() < kKeptMessages) {
+        try {
+            emptyMessages_.push_back(std::move(message));
+        } catch (std::bad_alloc const&) {
+            // Then the message stays with the caller and is freed instead of kept.
+        }
     }
 }
 

@@ -93,7 +93,10 @@ private:
     void PopQueued(Queued& out);
     // Under lock_: keeps an emptied message for a later post, or lets it go.
     void KeepEmptyMessage(std::unique_ptr<dom::MessageData>&& message) noexcept;
-    void ReserveEmptyMessages() noexcept;
+    // The slot at index, which is below slotCount_.
+    Slot& SlotAt(std::uint32_t index) {
+        return slotBlocks_[index >> kSlotBlockBits][index & (kSlotBlockSize - 1)];
+    }
     // Under lock_: the live slot of handle, or null.
     Slot* Find(uint64 handle);
     // Under lock_, with no delivery running to the slot: makes it free for a new observer.
